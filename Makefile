@@ -1,0 +1,45 @@
+# make demo   - build the module and run it on the sample portrait (before/after pictures in out/)
+# make test   - build everything and run every test (native and under Wine)
+# make bench  - native release benchmark of the red-eye pipeline
+SHELL := /bin/bash
+JOBS ?= 2
+NATIVE := build/native
+BENCH := build/bench
+WIN := build/win
+
+.PHONY: all deps native win test test-native test-wine demo bench format clean
+
+all: native win
+
+deps:
+	@bash scripts/install-deps.sh
+
+native: deps
+	cmake -S . -B $(NATIVE) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUORVEX_SANITIZE=ON >/dev/null
+	cmake --build $(NATIVE) -j$(JOBS)
+
+win: deps
+	cmake -S . -B $(WIN) -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-i686.cmake -DCMAKE_BUILD_TYPE=Release >/dev/null
+	cmake --build $(WIN) -j$(JOBS)
+
+test-native: native
+	cd $(NATIVE) && ctest --output-on-failure -j$(JOBS)
+
+test-wine: win
+	bash scripts/with-display.sh bash -c 'cd $(WIN) && ctest --output-on-failure --timeout 120'
+
+test: test-native test-wine
+
+demo: win
+	bash scripts/demo.sh $(WIN)
+
+bench: deps
+	cmake -S . -B $(BENCH) -DCMAKE_BUILD_TYPE=Release -DQUORVEX_SANITIZE=OFF >/dev/null
+	cmake --build $(BENCH) -j$(JOBS) --target redeye_bench
+	$(BENCH)/bench/redeye_bench
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf build out

@@ -1,0 +1,11 @@
+// The main filter dialog.
+#include <windows.h>
+
+// Dialog procedure of the main filter dialog, exported for the host.
+extern "C" INT_PTR CALLBACK DissolveProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    (void)window;
+    (void)message;
+    (void)wParam;
+    (void)lParam;
+    return FALSE;
+}

@@ -1,0 +1,222 @@
+// Compile-time checks of the 32-bit layout of the host interface. A wrong
+// offset here means the module would read the wrong host field.
+#pragma once
+
+#include "FilterRecord.h"
+#include "HostSuites.h"
+#include "HostTypes.h"
+
+#if defined(_WIN32) && !defined(_WIN64)
+#define HOSTAPI_CHECK(type, field, off) static_assert(offsetof(type, field) == (off), #type "." #field)
+
+static_assert(sizeof(Point16) == 4, "Point16");
+static_assert(sizeof(Rect16) == 8, "Rect16");
+static_assert(sizeof(VPoint) == 8, "VPoint");
+static_assert(sizeof(VRect) == 16, "VRect");
+static_assert(sizeof(RGBColor16) == 6, "RGBColor16");
+static_assert(sizeof(PlugInMonitor) == 40, "PlugInMonitor");
+static_assert(sizeof(Str255) == 256, "Str255");
+static_assert(sizeof(AboutRecord) == 256, "AboutRecord");
+
+HOSTAPI_CHECK(FilterRecord, serialNumber, 0);
+HOSTAPI_CHECK(FilterRecord, abortProc, 4);
+HOSTAPI_CHECK(FilterRecord, progressProc, 8);
+HOSTAPI_CHECK(FilterRecord, parameters, 12);
+HOSTAPI_CHECK(FilterRecord, imageSize, 16);
+HOSTAPI_CHECK(FilterRecord, planes, 20);
+HOSTAPI_CHECK(FilterRecord, filterRect, 22);
+HOSTAPI_CHECK(FilterRecord, background, 30);
+HOSTAPI_CHECK(FilterRecord, foreground, 36);
+HOSTAPI_CHECK(FilterRecord, maxSpace, 44);
+HOSTAPI_CHECK(FilterRecord, bufferSpace, 48);
+HOSTAPI_CHECK(FilterRecord, inRect, 52);
+HOSTAPI_CHECK(FilterRecord, inLoPlane, 60);
+HOSTAPI_CHECK(FilterRecord, inHiPlane, 62);
+HOSTAPI_CHECK(FilterRecord, outRect, 64);
+HOSTAPI_CHECK(FilterRecord, outLoPlane, 72);
+HOSTAPI_CHECK(FilterRecord, outHiPlane, 74);
+HOSTAPI_CHECK(FilterRecord, inData, 76);
+HOSTAPI_CHECK(FilterRecord, inRowBytes, 80);
+HOSTAPI_CHECK(FilterRecord, outData, 84);
+HOSTAPI_CHECK(FilterRecord, outRowBytes, 88);
+HOSTAPI_CHECK(FilterRecord, isFloating, 92);
+HOSTAPI_CHECK(FilterRecord, haveMask, 93);
+HOSTAPI_CHECK(FilterRecord, autoMask, 94);
+HOSTAPI_CHECK(FilterRecord, maskRect, 96);
+HOSTAPI_CHECK(FilterRecord, maskData, 104);
+HOSTAPI_CHECK(FilterRecord, maskRowBytes, 108);
+HOSTAPI_CHECK(FilterRecord, backColor, 112);
+HOSTAPI_CHECK(FilterRecord, foreColor, 116);
+HOSTAPI_CHECK(FilterRecord, hostSig, 120);
+HOSTAPI_CHECK(FilterRecord, hostProc, 124);
+HOSTAPI_CHECK(FilterRecord, imageMode, 128);
+HOSTAPI_CHECK(FilterRecord, imageHRes, 132);
+HOSTAPI_CHECK(FilterRecord, imageVRes, 136);
+HOSTAPI_CHECK(FilterRecord, floatCoord, 140);
+HOSTAPI_CHECK(FilterRecord, wholeSize, 144);
+HOSTAPI_CHECK(FilterRecord, monitor, 148);
+HOSTAPI_CHECK(FilterRecord, platformData, 188);
+HOSTAPI_CHECK(FilterRecord, bufferProcs, 192);
+HOSTAPI_CHECK(FilterRecord, resourceProcs, 196);
+HOSTAPI_CHECK(FilterRecord, processEvent, 200);
+HOSTAPI_CHECK(FilterRecord, displayPixels, 204);
+HOSTAPI_CHECK(FilterRecord, handleProcs, 208);
+HOSTAPI_CHECK(FilterRecord, supportsDummyChannels, 212);
+HOSTAPI_CHECK(FilterRecord, supportsAlternateLayouts, 213);
+HOSTAPI_CHECK(FilterRecord, wantLayout, 214);
+HOSTAPI_CHECK(FilterRecord, filterCase, 216);
+HOSTAPI_CHECK(FilterRecord, dummyPlaneValue, 218);
+HOSTAPI_CHECK(FilterRecord, legacyHook, 220);
+HOSTAPI_CHECK(FilterRecord, advanceState, 224);
+HOSTAPI_CHECK(FilterRecord, supportsAbsolute, 228);
+HOSTAPI_CHECK(FilterRecord, wantsAbsolute, 229);
+HOSTAPI_CHECK(FilterRecord, getPropertyObsolete, 232);
+HOSTAPI_CHECK(FilterRecord, cannotUndo, 236);
+HOSTAPI_CHECK(FilterRecord, supportsPadding, 237);
+HOSTAPI_CHECK(FilterRecord, inputPadding, 238);
+HOSTAPI_CHECK(FilterRecord, outputPadding, 240);
+HOSTAPI_CHECK(FilterRecord, maskPadding, 242);
+HOSTAPI_CHECK(FilterRecord, samplingSupport, 244);
+HOSTAPI_CHECK(FilterRecord, reservedByte, 245);
+HOSTAPI_CHECK(FilterRecord, inputRate, 248);
+HOSTAPI_CHECK(FilterRecord, maskRate, 252);
+HOSTAPI_CHECK(FilterRecord, colorServices, 256);
+HOSTAPI_CHECK(FilterRecord, inLayerPlanes, 260);
+HOSTAPI_CHECK(FilterRecord, inTransparencyMask, 262);
+HOSTAPI_CHECK(FilterRecord, inLayerMasks, 264);
+HOSTAPI_CHECK(FilterRecord, inInvertedLayerMasks, 266);
+HOSTAPI_CHECK(FilterRecord, inNonLayerPlanes, 268);
+HOSTAPI_CHECK(FilterRecord, outLayerPlanes, 270);
+HOSTAPI_CHECK(FilterRecord, outTransparencyMask, 272);
+HOSTAPI_CHECK(FilterRecord, outLayerMasks, 274);
+HOSTAPI_CHECK(FilterRecord, outInvertedLayerMasks, 276);
+HOSTAPI_CHECK(FilterRecord, outNonLayerPlanes, 278);
+HOSTAPI_CHECK(FilterRecord, absLayerPlanes, 280);
+HOSTAPI_CHECK(FilterRecord, absTransparencyMask, 282);
+HOSTAPI_CHECK(FilterRecord, absLayerMasks, 284);
+HOSTAPI_CHECK(FilterRecord, absInvertedLayerMasks, 286);
+HOSTAPI_CHECK(FilterRecord, absNonLayerPlanes, 288);
+HOSTAPI_CHECK(FilterRecord, inPreDummyPlanes, 290);
+HOSTAPI_CHECK(FilterRecord, inPostDummyPlanes, 292);
+HOSTAPI_CHECK(FilterRecord, outPreDummyPlanes, 294);
+HOSTAPI_CHECK(FilterRecord, outPostDummyPlanes, 296);
+HOSTAPI_CHECK(FilterRecord, inColumnBytes, 300);
+HOSTAPI_CHECK(FilterRecord, inPlaneBytes, 304);
+HOSTAPI_CHECK(FilterRecord, outColumnBytes, 308);
+HOSTAPI_CHECK(FilterRecord, outPlaneBytes, 312);
+HOSTAPI_CHECK(FilterRecord, imageServicesProcs, 316);
+HOSTAPI_CHECK(FilterRecord, propertyProcs, 320);
+HOSTAPI_CHECK(FilterRecord, inTileHeight, 324);
+HOSTAPI_CHECK(FilterRecord, inTileWidth, 326);
+HOSTAPI_CHECK(FilterRecord, inTileOrigin, 328);
+HOSTAPI_CHECK(FilterRecord, absTileHeight, 332);
+HOSTAPI_CHECK(FilterRecord, absTileWidth, 334);
+HOSTAPI_CHECK(FilterRecord, absTileOrigin, 336);
+HOSTAPI_CHECK(FilterRecord, outTileHeight, 340);
+HOSTAPI_CHECK(FilterRecord, outTileWidth, 342);
+HOSTAPI_CHECK(FilterRecord, outTileOrigin, 344);
+HOSTAPI_CHECK(FilterRecord, maskTileHeight, 348);
+HOSTAPI_CHECK(FilterRecord, maskTileWidth, 350);
+HOSTAPI_CHECK(FilterRecord, maskTileOrigin, 352);
+HOSTAPI_CHECK(FilterRecord, descriptorParameters, 356);
+HOSTAPI_CHECK(FilterRecord, errorString, 360);
+HOSTAPI_CHECK(FilterRecord, channelPortProcs, 364);
+HOSTAPI_CHECK(FilterRecord, documentInfo, 368);
+HOSTAPI_CHECK(FilterRecord, sSPBasic, 372);
+HOSTAPI_CHECK(FilterRecord, plugInRef, 376);
+HOSTAPI_CHECK(FilterRecord, depth, 380);
+HOSTAPI_CHECK(FilterRecord, iCCprofileData, 384);
+HOSTAPI_CHECK(FilterRecord, iCCprofileSize, 388);
+HOSTAPI_CHECK(FilterRecord, canUseICCProfiles, 392);
+HOSTAPI_CHECK(FilterRecord, hasImageScrap, 396);
+HOSTAPI_CHECK(FilterRecord, bigDocumentData, 400);
+HOSTAPI_CHECK(FilterRecord, input3DScene, 404);
+HOSTAPI_CHECK(FilterRecord, output3DScene, 408);
+HOSTAPI_CHECK(FilterRecord, createNewLayer, 412);
+HOSTAPI_CHECK(FilterRecord, iCCWorkingProfileData, 416);
+HOSTAPI_CHECK(FilterRecord, iCCWorkingProfileSize, 420);
+HOSTAPI_CHECK(FilterRecord, bufferSpace64, 424);
+HOSTAPI_CHECK(FilterRecord, maxSpace64, 432);
+HOSTAPI_CHECK(FilterRecord, reserved, 440);
+static_assert(sizeof(FilterRecord) == 488, "FilterRecord size");
+
+HOSTAPI_CHECK(BigDocumentStruct, PluginUsing32BitCoordinates, 0);
+HOSTAPI_CHECK(BigDocumentStruct, imageSize32, 4);
+HOSTAPI_CHECK(BigDocumentStruct, filterRect32, 12);
+HOSTAPI_CHECK(BigDocumentStruct, inRect32, 28);
+HOSTAPI_CHECK(BigDocumentStruct, outRect32, 44);
+HOSTAPI_CHECK(BigDocumentStruct, maskRect32, 60);
+HOSTAPI_CHECK(BigDocumentStruct, floatCoord32, 76);
+HOSTAPI_CHECK(BigDocumentStruct, wholeSize32, 84);
+static_assert(sizeof(BigDocumentStruct) == 92, "BigDocumentStruct size");
+
+HOSTAPI_CHECK(HandleProcs, handleProcsVersion, 0);
+HOSTAPI_CHECK(HandleProcs, numHandleProcs, 2);
+HOSTAPI_CHECK(HandleProcs, newProc, 4);
+HOSTAPI_CHECK(HandleProcs, disposeProc, 8);
+HOSTAPI_CHECK(HandleProcs, getSizeProc, 12);
+HOSTAPI_CHECK(HandleProcs, setSizeProc, 16);
+HOSTAPI_CHECK(HandleProcs, lockProc, 20);
+HOSTAPI_CHECK(HandleProcs, unlockProc, 24);
+HOSTAPI_CHECK(HandleProcs, recoverSpaceProc, 28);
+HOSTAPI_CHECK(HandleProcs, disposeRegularHandleProc, 32);
+static_assert(sizeof(HandleProcs) == 36, "HandleProcs size");
+
+HOSTAPI_CHECK(BufferProcs, allocateProc, 4);
+HOSTAPI_CHECK(BufferProcs, spaceProc, 20);
+HOSTAPI_CHECK(ResourceProcs, addProc, 16);
+HOSTAPI_CHECK(PropertyProcs, getPropertyProc, 4);
+HOSTAPI_CHECK(PropertyProcs, setPropertyProc, 8);
+HOSTAPI_CHECK(ChannelPortProcs, readPortForWritePortProc, 12);
+
+HOSTAPI_CHECK(PIDescriptorParameters, descriptorParametersVersion, 0);
+HOSTAPI_CHECK(PIDescriptorParameters, playInfo, 2);
+HOSTAPI_CHECK(PIDescriptorParameters, recordInfo, 4);
+HOSTAPI_CHECK(PIDescriptorParameters, descriptor, 8);
+HOSTAPI_CHECK(PIDescriptorParameters, writeDescriptorProcs, 12);
+HOSTAPI_CHECK(PIDescriptorParameters, readDescriptorProcs, 16);
+static_assert(sizeof(PIDescriptorParameters) == 20, "PIDescriptorParameters size");
+
+HOSTAPI_CHECK(ReadDescriptorProcs, openReadDescriptorProc, 4);
+HOSTAPI_CHECK(ReadDescriptorProcs, closeReadDescriptorProc, 8);
+HOSTAPI_CHECK(ReadDescriptorProcs, getKeyProc, 12);
+HOSTAPI_CHECK(ReadDescriptorProcs, getStringProc, 60);
+HOSTAPI_CHECK(ReadDescriptorProcs, getPinnedUnitFloatProc, 72);
+static_assert(sizeof(ReadDescriptorProcs) == 76, "ReadDescriptorProcs size");
+
+HOSTAPI_CHECK(WriteDescriptorProcs, openWriteDescriptorProc, 4);
+HOSTAPI_CHECK(WriteDescriptorProcs, closeWriteDescriptorProc, 8);
+HOSTAPI_CHECK(WriteDescriptorProcs, putIntegerProc, 12);
+HOSTAPI_CHECK(WriteDescriptorProcs, putStringProc, 56);
+HOSTAPI_CHECK(WriteDescriptorProcs, putScopedObjectProc, 64);
+static_assert(sizeof(WriteDescriptorProcs) == 68, "WriteDescriptorProcs size");
+static_assert(sizeof(PIDescriptorSimpleReference) == 276, "PIDescriptorSimpleReference size");
+
+HOSTAPI_CHECK(ColorServicesInfo, infoSize, 0);
+HOSTAPI_CHECK(ColorServicesInfo, selector, 4);
+HOSTAPI_CHECK(ColorServicesInfo, sourceSpace, 6);
+HOSTAPI_CHECK(ColorServicesInfo, resultSpace, 8);
+HOSTAPI_CHECK(ColorServicesInfo, resultGamutInfoValid, 10);
+HOSTAPI_CHECK(ColorServicesInfo, resultInGamut, 11);
+HOSTAPI_CHECK(ColorServicesInfo, reservedSourceSpaceInfo, 12);
+HOSTAPI_CHECK(ColorServicesInfo, reservedResultSpaceInfo, 16);
+HOSTAPI_CHECK(ColorServicesInfo, colorComponents, 20);
+HOSTAPI_CHECK(ColorServicesInfo, reserved, 28);
+HOSTAPI_CHECK(ColorServicesInfo, selectorParameter, 32);
+static_assert(sizeof(ColorServicesInfo) == 36, "ColorServicesInfo size");
+
+HOSTAPI_CHECK(PSPixelMap, bounds, 4);
+HOSTAPI_CHECK(PSPixelMap, imageMode, 20);
+HOSTAPI_CHECK(PSPixelMap, rowBytes, 24);
+HOSTAPI_CHECK(PSPixelMap, colBytes, 28);
+HOSTAPI_CHECK(PSPixelMap, planeBytes, 32);
+HOSTAPI_CHECK(PSPixelMap, baseAddr, 36);
+HOSTAPI_CHECK(PSPixelMap, mat, 40);
+HOSTAPI_CHECK(PSPixelMap, masks, 44);
+HOSTAPI_CHECK(PSPixelMap, maskPhaseRow, 48);
+HOSTAPI_CHECK(PSPixelMap, maskPhaseCol, 52);
+static_assert(sizeof(PSPixelMap) == 56, "PSPixelMap size");
+static_assert(sizeof(PSPixelMask) == 20, "PSPixelMask size");
+
+#undef HOSTAPI_CHECK
+#endif
