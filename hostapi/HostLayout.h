@@ -7,7 +7,8 @@
 #include "HostTypes.h"
 
 #if defined(_WIN32) && !defined(_WIN64)
-#define HOSTAPI_CHECK(type, field, off) static_assert(offsetof(type, field) == (off), #type "." #field)
+#define HOSTAPI_CHECK(type, field, off) \
+    static_assert(offsetof(type, field) == (off), #type "." #field)
 
 static_assert(sizeof(Point16) == 4, "Point16");
 static_assert(sizeof(Rect16) == 8, "Rect16");

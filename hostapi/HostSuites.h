@@ -107,7 +107,8 @@ struct ReadDescriptorProcs {
     OSErr (*getObjectProc)(PIReadDescriptor reader, DescriptorClassID* type, Handle* value);
     OSErr (*getCountProc)(PIReadDescriptor reader, uint32_t* value);
     OSErr (*getStringProc)(PIReadDescriptor reader, Str255* value);
-    OSErr (*getPinnedIntegerProc)(PIReadDescriptor reader, int32_t min, int32_t max, int32_t* value);
+    OSErr (*getPinnedIntegerProc)(PIReadDescriptor reader, int32_t min, int32_t max,
+                                  int32_t* value);
     OSErr (*getPinnedFloatProc)(PIReadDescriptor reader, const double* min, const double* max,
                                 double* value);
     OSErr (*getPinnedUnitFloatProc)(PIReadDescriptor reader, const double* min, const double* max,

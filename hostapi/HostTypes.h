@@ -6,8 +6,8 @@
 #include <cstdint>
 
 typedef int16_t OSErr;
-typedef uint8_t Boolean;        // non-zero is true
-typedef uint32_t OSType;        // four-character code, first character in the high byte
+typedef uint8_t Boolean;  // non-zero is true
+typedef uint32_t OSType;  // four-character code, first character in the high byte
 typedef uint32_t ResType;
 typedef uint32_t DescriptorKeyID;
 typedef uint32_t DescriptorTypeID;
@@ -15,10 +15,10 @@ typedef uint32_t DescriptorUnitID;
 typedef uint32_t DescriptorEnumID;
 typedef uint32_t DescriptorEnumTypeID;
 typedef uint32_t DescriptorClassID;
-typedef int32_t Fixed;          // 16.16 fixed point
-typedef char** Handle;          // pointer to a master pointer
+typedef int32_t Fixed;  // 16.16 fixed point
+typedef char** Handle;  // pointer to a master pointer
 typedef char* Ptr;
-typedef uint8_t Str255[256];    // length byte, then up to 255 characters
+typedef uint8_t Str255[256];  // length byte, then up to 255 characters
 
 // Builds a four-character code the way the host writes it: 'abcd'.
 constexpr OSType FourCC(const char (&s)[5]) {

@@ -17,8 +17,8 @@ extern intptr_t* gData;
 extern void* gModuleInstance;
 
 // Host entry point: one call per protocol step.
-extern "C" __declspec(dllexport) int32_t ENTRYPOINT(int16_t selector, FilterRecord* filterRecord,
-                                                    intptr_t* data, int16_t* result);
+extern "C" __declspec(dllexport) int32_t
+    ENTRYPOINT(int16_t selector, FilterRecord* filterRecord, intptr_t* data, int16_t* result);
 
 FilterGlobals* AllocateGlobals(int16_t* result, FilterRecord* filterRecord,
                                HandleProcs* handleProcs, int32_t size, intptr_t* data,

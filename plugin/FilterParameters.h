@@ -6,10 +6,10 @@
 
 // How the working region of the last run was found.
 enum ViewState : int8_t {
-    kViewSelectionBox = 1,   // bounding box of the selection
-    kViewNoSelection = 0,    // real run without a selection
+    kViewSelectionBox = 1,  // bounding box of the selection
+    kViewNoSelection = 0,   // real run without a selection
     kViewEmptySelection = -1,
-    kViewStoredRect = -2,    // the stored view rectangle
+    kViewStoredRect = -2,  // the stored view rectangle
 };
 
 struct FilterParameters {
