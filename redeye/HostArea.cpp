@@ -1,0 +1,103 @@
+#include "redeye/HostArea.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// Bytes of a pixel that carry colour; an image of fewer planes than three
+// has fewer, and nothing past its own pixel is ever touched.
+int32_t ColourBytes(int32_t planes) { return std::min<int32_t>(3, planes); }
+
+bool Inside(const HostArea& area, int32_t x, int32_t y) {
+    return x >= 0 && x < area.width && y >= 0 && y < area.height;
+}
+
+template <typename Sample>
+void CopySamples(const HostArea& area, int32_t inRowStep, int32_t outRowStep) {
+    const auto* in = reinterpret_cast<const Sample*>(area.in);
+    auto* out = reinterpret_cast<Sample*>(area.out);
+    int32_t samples = 3 + (area.planes >= 4 ? 1 : 0) + (area.planes == 5 ? 1 : 0);
+    samples = std::min(samples, area.planes);
+    for (int32_t y = 0; y < area.height; ++y) {
+        const Sample* src = in + static_cast<intptr_t>(y) * inRowStep;
+        Sample* dst = out + static_cast<intptr_t>(y) * outRowStep;
+        for (int32_t x = 0; x < area.width; ++x) {
+            const intptr_t pixel = static_cast<intptr_t>(x) * area.planes;
+            for (int32_t s = 0; s < samples; ++s) dst[pixel + s] = src[pixel + s];
+        }
+    }
+}
+
+}  // namespace
+
+void CopyUnsupportedArea(const HostArea& area, int32_t depth) {
+    if (area.in == nullptr || area.out == nullptr || area.planes <= 0) return;
+    if (depth == 8) {
+        CopySamples<uint8_t>(area, area.inRowBytes, area.outRowBytes);
+    } else if (depth == 16) {
+        CopySamples<uint16_t>(area, area.inRowBytes / 2, area.outRowBytes / 2);
+    }
+}
+
+void CopyView(const HostArea& area, int32_t originX, int32_t originY, int32_t columns,
+              int32_t rows) {
+    if (area.in == nullptr || area.out == nullptr || area.planes <= 0) return;
+    const int32_t lastColumn = std::min(columns, area.width - originX);
+    const int32_t lastRow = std::min(rows, area.height - originY);
+    if (lastColumn <= 0) return;
+    for (int32_t y = 0; y < lastRow; ++y) {
+        std::memcpy(area.out + static_cast<intptr_t>(y) * area.outRowBytes,
+                    area.in + static_cast<intptr_t>(originY + y) * area.inRowBytes +
+                        static_cast<intptr_t>(originX) * area.planes,
+                    static_cast<size_t>(lastColumn) * static_cast<size_t>(area.planes));
+    }
+}
+
+void FillWorkImage(const HostArea& area, const RegionPlacement& region, uint8_t* work) {
+    if (area.in == nullptr) return;
+    const int32_t bytes = ColourBytes(area.planes);
+    for (int32_t y = 0; y < region.height; ++y) {
+        const int32_t areaY = region.top + y;
+        for (int32_t x = 0; x < region.width; ++x) {
+            const int32_t areaX = region.left + x;
+            if (!Inside(area, areaX, areaY)) continue;
+            const uint8_t* src = area.in + static_cast<intptr_t>(areaY) * area.inRowBytes +
+                                 static_cast<intptr_t>(areaX) * area.planes;
+            std::memcpy(work + (static_cast<intptr_t>(y) * region.width + x) * 3, src, bytes);
+        }
+    }
+}
+
+void WriteBackWorkImage(const HostArea& area, const RegionPlacement& region, int32_t originX,
+                        int32_t originY, const uint8_t* work) {
+    if (area.out == nullptr) return;
+    const int32_t bytes = ColourBytes(area.planes);
+    for (int32_t y = 0; y < region.height; ++y) {
+        const int32_t areaY = region.top + y - originY;
+        for (int32_t x = 0; x < region.width; ++x) {
+            const int32_t areaX = region.left + x - originX;
+            if (!Inside(area, areaX, areaY)) continue;
+            uint8_t* dst = area.out + static_cast<intptr_t>(areaY) * area.outRowBytes +
+                           static_cast<intptr_t>(areaX) * area.planes;
+            std::memcpy(dst, work + (static_cast<intptr_t>(y) * region.width + x) * 3, bytes);
+        }
+    }
+}
+
+SelectionBounds FindSelectionBounds(const uint8_t* mask, int32_t maskRowBytes, int32_t width,
+                                    int32_t height) {
+    SelectionBounds bounds{width, height, 0, 0};
+    if (mask == nullptr) return bounds;
+    for (int32_t y = 0; y < height; ++y) {
+        const uint8_t* row = mask + static_cast<intptr_t>(y) * maskRowBytes;
+        for (int32_t x = 0; x < width; ++x) {
+            if (row[x] == 0) continue;
+            bounds.minX = std::min(bounds.minX, x);
+            bounds.maxX = std::max(bounds.maxX, x);
+            bounds.minY = std::min(bounds.minY, y);
+            bounds.maxY = std::max(bounds.maxY, y);
+        }
+    }
+    return bounds;
+}
