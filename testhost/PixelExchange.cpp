@@ -1,0 +1,230 @@
+#include "testhost/PixelExchange.h"
+
+#include <algorithm>
+
+namespace testhost {
+
+namespace {
+
+// Row padding and the guard after each buffer hold this byte; a module that
+// writes there is caught at the next commit.
+constexpr uint8_t kPadByte = 0xEE;
+constexpr size_t kGuardBytes = 16;
+constexpr int64_t kLargestBuffer = 512LL * 1024 * 1024;
+
+VRect ToVRect(const Rect16& r) { return {r.top, r.left, r.bottom, r.right}; }
+
+// Image coordinate of a coordinate sampled at `rate` (16.16), rounded down.
+int Sampled(int32_t v, Fixed rate) {
+    const int64_t scaled = static_cast<int64_t>(v) * rate;
+    return static_cast<int>(scaled >= 0 ? scaled >> 16 : -((-scaled + 0xFFFF) >> 16));
+}
+
+void WriteSample(uint8_t* p, int sampleBytes, uint16_t value) {
+    p[0] = static_cast<uint8_t>(value);
+    if (sampleBytes == 2) p[1] = static_cast<uint8_t>(value >> 8);
+}
+
+uint16_t ReadSample(const uint8_t* p, int sampleBytes) {
+    return sampleBytes == 2 ? static_cast<uint16_t>(p[0] | (p[1] << 8)) : p[0];
+}
+
+}  // namespace
+
+bool IsEmpty(const VRect& r) { return r.right <= r.left || r.bottom <= r.top; }
+
+DataRequest ReadRequest(const FilterRecord& record) {
+    DataRequest request;
+    const BigDocumentStruct* big = record.bigDocumentData;
+    request.uses32Bit = big != nullptr && big->PluginUsing32BitCoordinates != 0;
+    if (request.uses32Bit) {
+        request.inRect = big->inRect32;
+        request.outRect = big->outRect32;
+        request.maskRect = big->maskRect32;
+    } else {
+        request.inRect = ToVRect(record.inRect);
+        request.outRect = ToVRect(record.outRect);
+        request.maskRect = ToVRect(record.maskRect);
+    }
+    request.inLoPlane = record.inLoPlane;
+    request.inHiPlane = record.inHiPlane;
+    request.outLoPlane = record.outLoPlane;
+    request.outHiPlane = record.outHiPlane;
+    request.inputPadding = record.inputPadding;
+    request.outputPadding = record.outputPadding;
+    request.maskPadding = record.maskPadding;
+    request.inputRate = record.inputRate;
+    request.maskRate = record.maskRate;
+    return request;
+}
+
+OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Image& destination,
+                           const HostSettings& settings, ServeRecord* served) {
+    Commit(destination, source, settings.blendThroughMask);
+    const DataRequest request = ReadRequest(record);
+    const int sampleBytes = source.BytesPerSample();
+    OSErr result = noErr;
+    auto keep = [&result](OSErr err) {
+        if (result == noErr) result = err;
+    };
+
+    keep(Prepare(in_, "inData", request.inRect, request.inLoPlane, request.inHiPlane,
+                 source.Planes(), sampleBytes, settings.extraRowBytes));
+    keep(Fill(in_, source, request.inputRate, request.inputPadding,
+              [&source](int x, int y, int plane) { return source.Sample(x, y, plane); }));
+    keep(Prepare(out_, "outData", request.outRect, request.outLoPlane, request.outHiPlane,
+                 source.Planes(), sampleBytes, settings.extraRowBytes));
+    keep(Fill(out_, destination, kFixedOne, request.outputPadding,
+              [&destination](int x, int y, int plane) { return destination.Sample(x, y, plane); }));
+    out_.pendingCommit = !out_.bytes.empty();
+    const bool maskWanted = record.haveMask != 0 && source.HasMask();
+    keep(Prepare(mask_, "maskData", maskWanted ? request.maskRect : VRect{}, 0, 0, 1, 1,
+                 settings.extraRowBytes));
+    keep(Fill(mask_, source, request.maskRate, request.maskPadding,
+              [&source](int x, int y, int) { return source.MaskAt(x, y); }));
+
+    auto hand = [](Buffer& buffer, bool withhold, void** data, int32_t* rowBytes) {
+        const bool give = !withhold && !buffer.bytes.empty();
+        *data = give ? buffer.bytes.data() : nullptr;
+        *rowBytes = give ? buffer.rowBytes : 0;
+        return give;
+    };
+    const bool inGiven = hand(in_, settings.nullInData, &record.inData, &record.inRowBytes);
+    const bool outGiven = hand(out_, settings.nullOutData, &record.outData, &record.outRowBytes);
+    const bool maskGiven =
+        hand(mask_, settings.nullMaskData, &record.maskData, &record.maskRowBytes);
+    record.inColumnBytes = inGiven ? in_.planes * sampleBytes : 0;
+    record.inPlaneBytes = inGiven ? sampleBytes : 0;
+    record.outColumnBytes = outGiven ? out_.planes * sampleBytes : 0;
+    record.outPlaneBytes = outGiven ? sampleBytes : 0;
+
+    if (served != nullptr) {
+        served->request = request;
+        served->result = result;
+        served->inRowBytes = record.inRowBytes;
+        served->outRowBytes = record.outRowBytes;
+        served->maskRowBytes = record.maskRowBytes;
+        served->inData = inGiven;
+        served->outData = outGiven;
+        served->maskData = maskGiven;
+    }
+    return result;
+}
+
+OSErr PixelExchange::Prepare(Buffer& buffer, const char* name, const VRect& rect, int loPlane,
+                             int hiPlane, int imagePlanes, int sampleBytes, int32_t extraRowBytes) {
+    buffer = Buffer{};
+    buffer.name = name;
+    if (IsEmpty(rect)) return noErr;
+    if (loPlane < 0 || hiPlane >= imagePlanes || loPlane > hiPlane) {
+        Fault(std::string(name) + " asked for planes " + std::to_string(loPlane) + ".." +
+              std::to_string(hiPlane) + " of an image with " + std::to_string(imagePlanes));
+        return paramErr;
+    }
+    const int64_t width = static_cast<int64_t>(rect.right) - rect.left;
+    const int64_t height = static_cast<int64_t>(rect.bottom) - rect.top;
+    const int planes = hiPlane - loPlane + 1;
+    const int64_t usedRowBytes = width * planes * sampleBytes;
+    const int64_t rowBytes = usedRowBytes + std::max(extraRowBytes, 0);
+    if (rowBytes * height > kLargestBuffer) {
+        Fault(std::string(name) + " asked for a rectangle of " + std::to_string(width) + "x" +
+              std::to_string(height) + " pixels");
+        return memFullErr;
+    }
+    buffer.rect = rect;
+    buffer.loPlane = loPlane;
+    buffer.planes = planes;
+    buffer.sampleBytes = sampleBytes;
+    buffer.rowBytes = static_cast<int32_t>(rowBytes);
+    buffer.usedRowBytes = static_cast<size_t>(usedRowBytes);
+    buffer.bytes.assign(static_cast<size_t>(rowBytes * height) + kGuardBytes, kPadByte);
+    return noErr;
+}
+
+template <typename SampleAt>
+OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, Fixed rate, int16_t padding,
+                          SampleAt sampleAt) {
+    if (buffer.bytes.empty()) return noErr;
+    if (rate <= 0) rate = kFixedOne;
+    const bool replicate = padding == -1 && image.Width() > 0 && image.Height() > 0;
+    const uint16_t padValue = padding >= 0 && padding <= 255 ? static_cast<uint16_t>(padding) : 0;
+    bool reachedOutside = false;
+    const VRect& r = buffer.rect;
+    for (int32_t y = r.top; y < r.bottom; ++y) {
+        uint8_t* row = buffer.bytes.data() + static_cast<size_t>(y - r.top) * buffer.rowBytes;
+        for (int32_t x = r.left; x < r.right; ++x) {
+            int sx = Sampled(x, rate);
+            int sy = Sampled(y, rate);
+            const bool inside = image.Contains(sx, sy);
+            reachedOutside |= !inside;
+            if (!inside && replicate) {
+                sx = std::clamp(sx, 0, image.Width() - 1);
+                sy = std::clamp(sy, 0, image.Height() - 1);
+            }
+            uint8_t* pixel = row + static_cast<size_t>(x - r.left) * buffer.planes *
+                                       static_cast<size_t>(buffer.sampleBytes);
+            for (int c = 0; c < buffer.planes; ++c) {
+                const uint16_t value =
+                    inside || replicate ? sampleAt(sx, sy, buffer.loPlane + c) : padValue;
+                WriteSample(pixel + c * buffer.sampleBytes, buffer.sampleBytes, value);
+            }
+        }
+    }
+    if (reachedOutside && (padding < -1 || padding > 255)) {
+        Fault(std::string(buffer.name) + " rectangle reaches outside the image with padding " +
+              std::to_string(padding));
+        return paramErr;
+    }
+    return noErr;
+}
+
+void PixelExchange::Commit(Image& destination, const Image& source, bool blend) {
+    CheckPadding(in_);
+    CheckPadding(mask_);
+    CheckPadding(out_);
+    if (!out_.pendingCommit) return;
+    out_.pendingCommit = false;
+    const VRect& r = out_.rect;
+    for (int32_t y = std::max(r.top, 0); y < std::min(r.bottom, destination.Height()); ++y) {
+        const uint8_t* row = out_.bytes.data() + static_cast<size_t>(y - r.top) * out_.rowBytes;
+        for (int32_t x = std::max(r.left, 0); x < std::min(r.right, destination.Width()); ++x) {
+            const uint8_t* pixel = row + static_cast<size_t>(x - r.left) * out_.planes *
+                                             static_cast<size_t>(out_.sampleBytes);
+            const uint32_t weight = blend && source.HasMask() ? source.MaskAt(x, y) : 255;
+            for (int c = 0; c < out_.planes; ++c) {
+                const int plane = out_.loPlane + c;
+                const uint32_t value = ReadSample(pixel + c * out_.sampleBytes, out_.sampleBytes);
+                const uint32_t original = source.Sample(x, y, plane);
+                destination.SetSample(
+                    x, y, plane,
+                    static_cast<uint16_t>((value * weight + original * (255 - weight) + 127) /
+                                          255));
+            }
+        }
+    }
+}
+
+void PixelExchange::CheckPadding(const Buffer& buffer) {
+    if (buffer.bytes.empty()) return;
+    const size_t rows = (buffer.bytes.size() - kGuardBytes) / static_cast<size_t>(buffer.rowBytes);
+    bool intact = std::all_of(buffer.bytes.end() - kGuardBytes, buffer.bytes.end(),
+                              [](uint8_t b) { return b == kPadByte; });
+    for (size_t y = 0; y < rows && intact; ++y) {
+        const uint8_t* row = buffer.bytes.data() + y * static_cast<size_t>(buffer.rowBytes);
+        intact = std::all_of(row + buffer.usedRowBytes, row + buffer.rowBytes,
+                             [](uint8_t b) { return b == kPadByte; });
+    }
+    if (!intact) Fault(std::string("module wrote outside the pixels of ") + buffer.name);
+}
+
+void PixelExchange::Reset() {
+    in_ = Buffer{};
+    out_ = Buffer{};
+    mask_ = Buffer{};
+}
+
+void PixelExchange::Fault(const std::string& text) {
+    if (faults_ != nullptr) faults_->push_back(text);
+}
+
+}  // namespace testhost

@@ -1,0 +1,59 @@
+// Hands the module the pixel data it asks for (inData, outData, maskData)
+// and writes its output back into the document.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "hostapi/HostApi.h"
+#include "testhost/HostLog.h"
+#include "testhost/HostSettings.h"
+#include "testhost/Image.h"
+
+namespace testhost {
+
+// The request as the module sees it (32-bit rectangles when it switched to them).
+DataRequest ReadRequest(const FilterRecord& record);
+bool IsEmpty(const VRect& r);
+
+class PixelExchange {
+  public:
+    explicit PixelExchange(std::vector<std::string>* faults) : faults_(faults) {}
+
+    // Writes the pending output into `destination`, then serves the current
+    // request: inData and maskData from `source`, outData from `destination`.
+    // Empty rectangles get null pointers and row bytes 0.
+    OSErr Serve(FilterRecord& record, const Image& source, Image& destination,
+                const HostSettings& settings, ServeRecord* served);
+    // Writes the pending outData back into `destination` (once per serve),
+    // blended with `source` through its mask when `blend` is set.
+    void Commit(Image& destination, const Image& source, bool blend);
+    // Forgets every buffer.
+    void Reset();
+
+  private:
+    struct Buffer {
+        std::vector<uint8_t> bytes;
+        VRect rect{};
+        int loPlane = 0;
+        int planes = 0;  // planes in the buffer
+        int sampleBytes = 1;
+        int32_t rowBytes = 0;
+        size_t usedRowBytes = 0;  // without the row padding
+        bool pendingCommit = false;
+        const char* name = "";
+    };
+
+    OSErr Prepare(Buffer& buffer, const char* name, const VRect& rect, int loPlane, int hiPlane,
+                  int imagePlanes, int sampleBytes, int32_t extraRowBytes);
+    template <typename SampleAt>
+    OSErr Fill(Buffer& buffer, const Image& image, Fixed rate, int16_t padding, SampleAt sampleAt);
+    void CheckPadding(const Buffer& buffer);
+    void Fault(const std::string& text);
+
+    std::vector<std::string>* faults_;
+    Buffer in_, out_, mask_;
+};
+
+}  // namespace testhost
