@@ -8,8 +8,7 @@
 #include "dialog/MainDialog.h"
 #include "plugin/FilterParameters.h"
 #include "plugin/HostServices.h"
-// AboutDialogProc comes from the About box code.
-INT_PTR CALLBACK AboutDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+#include "plugin/Messages.h"
 #include "redeye/FilterDriver.h"
 
 bool previewDirty = false;
