@@ -141,7 +141,7 @@ void DialogWatcher::WatchdogLoop() {
             lock.unlock();
             EnumThreadWindows(thread, CloseOne, reinterpret_cast<LPARAM>(&close));
             lock.lock();
-            wake_.wait_for(lock, std::chrono::seconds(1), callOver);
+            wake_.wait_for(lock, std::chrono::milliseconds(250), callOver);
         }
     }
 }
