@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "redeye/Classify.h"
+#include "tests/native/LiteralPipeline.h"
+#include "tests/native/TestImages.h"
+
+namespace {
+
+TEST(ClassifyPixel, RedEdgesAtDefaultTolerance) {
+    // Pure red: rule B up to lightness 174; at 175 only the weak-red rules hold.
+    EXPECT_EQ(ClassifyPixel(0, 240, 174, 50), kClassRed);
+    EXPECT_EQ(ClassifyPixel(0, 240, 175, 50), kClassWeakRed);
+    // Top of the hue circle: rule A starts above 230 - 50/3 = 213.3.
+    EXPECT_EQ(ClassifyPixel(214, 240, 120, 50), kClassRed);
+    EXPECT_EQ(ClassifyPixel(213, 240, 120, 50), kClassWeakRed);
+    // A larger tolerance widens the hue window of rule A.
+    EXPECT_EQ(ClassifyPixel(213, 240, 120, 53), kClassRed);
+}
+
+TEST(ClassifyPixel, WeakRedEdges) {
+    // Rule E at hue 5 (f = 30) needs a saturation of f + 100 = 130.
+    EXPECT_EQ(ClassifyPixel(5, 130, 180, 50), kClassWeakRed);
+    EXPECT_EQ(ClassifyPixel(5, 129, 180, 50), kClassOther);
+    // Rule F: hue below 3, saturation above f + 50.
+    EXPECT_EQ(ClassifyPixel(0, 51, 120, 50), kClassWeakRed);
+    EXPECT_EQ(ClassifyPixel(0, 50, 120, 50), kClassOther);
+    // Rule I, light and very saturated.
+    EXPECT_EQ(ClassifyPixel(0, 240, 190, 50), kClassWeakRed);
+    EXPECT_EQ(ClassifyPixel(0, 240, 236, 50), kClassWeakRed);
+}
+
+TEST(ClassifyPixel, GreyIsOtherUpToTolerance300) {
+    for (float t = 0; t <= 300; t += 0.25f) {
+        for (int l = 0; l <= 240; ++l) {
+            ASSERT_EQ(ClassifyPixel(160, 0, uint8_t(l), t), kClassOther) << "t=" << t << " l=" << l;
+        }
+    }
+}
+
+TEST(ClassifyPixel, ReddishHueWindow) {
+    const uint16_t hues[][3] = {{200, 0, 0}, {201, 0, 0}, {10, 0, 0}, {11, 0, 0}, {0, 0, 0}};
+    EXPECT_EQ(IsReddishHue(hues[0]), 0);
+    EXPECT_EQ(IsReddishHue(hues[1]), 2);
+    EXPECT_EQ(IsReddishHue(hues[2]), 2);
+    EXPECT_EQ(IsReddishHue(hues[3]), 0);
+    EXPECT_EQ(IsReddishHue(hues[4]), 2);
+}
+
+// The thresholds prepared once per region must give the class computed from
+// scratch, which must be the literal reading of the rules.
+void ExpectSameClasses(float t, int h, int s, int l, const ClassThresholds& thresholds) {
+    const PixelClass direct = ClassifyPixel(uint8_t(h), uint8_t(s), uint8_t(l), t);
+    ASSERT_EQ(direct, literal::ClassifyPixel(uint8_t(h), uint8_t(s), uint8_t(l), t))
+        << "t=" << t << " h=" << h << " s=" << s << " l=" << l;
+    ASSERT_EQ(ClassifyWithThresholds(thresholds, uint8_t(h), uint8_t(s), uint8_t(l)), direct)
+        << "t=" << t << " h=" << h << " s=" << s << " l=" << l;
+}
+
+TEST(ClassifyPixel, PreparedThresholdsMatchEveryTriple) {
+    for (const float t : {0.0f, 50.0f, 100.0f}) {
+        ClassThresholds thresholds;
+        PrepareClassThresholds(t, &thresholds);
+        for (int h = 0; h < 256; ++h)
+            for (int s = 0; s < 256; s += (h % 16 == 0 ? 1 : 3))
+                for (int l = 0; l < 256; ++l) ExpectSameClasses(t, h, s, l, thresholds);
+    }
+}
+
+TEST(ClassifyPixel, PreparedThresholdsMatchForAnyTolerance) {
+    Random random(7);
+    const float specials[] = {-1e30f,
+                              1e30f,
+                              std::numeric_limits<float>::infinity(),
+                              -std::numeric_limits<float>::infinity(),
+                              std::numeric_limits<float>::quiet_NaN(),
+                              -50,
+                              1000,
+                              33.3f};
+    for (int trial = 0; trial < 48; ++trial) {
+        const float t = trial < 8 ? specials[trial] : random.Below(40000) / 100.0f - 50;
+        ClassThresholds thresholds;
+        PrepareClassThresholds(t, &thresholds);
+        for (int sample = 0; sample < 20000; ++sample) {
+            ExpectSameClasses(t, random.Below(256), random.Below(256), random.Below(256),
+                              thresholds);
+        }
+    }
+}
+
+}  // namespace

@@ -1,0 +1,48 @@
+#include <gtest/gtest.h>
+
+#include "redeye/Pipeline.h"
+#include "tests/native/LiteralPipeline.h"
+#include "tests/native/RegionBuffers.h"
+#include "tests/native/TestImages.h"
+
+namespace {
+
+// The fast pipeline against the literal one on random scenes, byte for byte.
+void ExpectSameAsLiteral(int32_t width, int32_t height, uint32_t seed, float tolerance,
+                         float darkening) {
+    RegionBuffers fast(width, height), plain(width, height);
+    PaintScene(fast.work.data(), width, height, seed);
+    plain.work = fast.work;
+    RunRedEyePipeline(fast.View(), width, height, tolerance, darkening);
+    literal::RunPipeline(plain.View(), width, height, tolerance, darkening);
+    ASSERT_EQ(fast.work, plain.work) << width << "x" << height << " seed " << seed << " tolerance "
+                                     << tolerance << " darkening " << darkening;
+}
+
+TEST(Differential, RandomRegionsAndUserValues) {
+    Random random(2024);
+    for (uint32_t trial = 1; trial <= 600; ++trial) {
+        const int32_t width = random.Between(1, 64), height = random.Between(1, 64);
+        const float tolerance = random.Below(10001) / 100.0f;
+        const float darkening = random.Below(10001) / 100.0f;
+        ExpectSameAsLiteral(width, height, trial, tolerance, darkening);
+    }
+}
+
+TEST(Differential, ValuesBeyondTheDialogRange) {
+    Random random(77);
+    for (uint32_t trial = 1; trial <= 120; ++trial) {
+        const int32_t width = random.Between(1, 48), height = random.Between(1, 48);
+        const float tolerance = random.Below(40001) / 100.0f - 60;
+        const float darkening = random.Below(60001) / 100.0f - 200;
+        ExpectSameAsLiteral(width, height, 5000 + trial, tolerance, darkening);
+    }
+}
+
+TEST(Differential, WholeNumberUserValues) {
+    for (int value = 0; value <= 100; ++value) {
+        ExpectSameAsLiteral(31, 23, 9000 + value, float(value), float(100 - value));
+    }
+}
+
+}  // namespace
