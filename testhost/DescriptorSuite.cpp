@@ -10,58 +10,32 @@ namespace {
 // A key list longer than this is taken as unterminated.
 constexpr size_t kLongestKeyArray = 256;
 
+// Readers and writers live from open to close; the module holds their address.
+template <typename Object>
+Object* Adopt(std::map<Object*, std::unique_ptr<Object>>& objects, size_t logIndex) {
+    auto object = std::make_unique<Object>();
+    object->logIndex = logIndex;
+    Object* id = object.get();
+    objects[id] = std::move(object);
+    return id;
+}
+
+// Takes back what a close procedure was given; null (and a fault) when the
+// module passes something the host never handed out.
+template <typename Object>
+std::unique_ptr<Object> Release(std::map<Object*, std::unique_ptr<Object>>& objects, void* opaque,
+                                const char* procedure, std::vector<std::string>* faults) {
+    auto it = objects.find(static_cast<Object*>(opaque));
+    if (it == objects.end()) {
+        faults->push_back(std::string(procedure) + " on something the host never opened");
+        return nullptr;
+    }
+    std::unique_ptr<Object> object = std::move(it->second);
+    objects.erase(it);
+    return object;
+}
+
 }  // namespace
-
-DescriptorItem DescriptorItem::Integer(DescriptorKeyID key, int32_t value) {
-    DescriptorItem item;
-    item.key = key;
-    item.type = kTypeInteger;
-    item.integer = value;
-    return item;
-}
-
-DescriptorItem DescriptorItem::Float(DescriptorKeyID key, double value) {
-    DescriptorItem item;
-    item.key = key;
-    item.type = kTypeFloat;
-    item.number = value;
-    return item;
-}
-
-DescriptorItem DescriptorItem::UnitFloat(DescriptorKeyID key, DescriptorUnitID unit, double value) {
-    DescriptorItem item = Float(key, value);
-    item.type = kTypeUnitFloat;
-    item.aux = unit;
-    return item;
-}
-
-DescriptorItem DescriptorItem::Bool(DescriptorKeyID key, bool value) {
-    DescriptorItem item = Integer(key, value ? 1 : 0);
-    item.type = kTypeBoolean;
-    return item;
-}
-
-DescriptorItem DescriptorItem::Text(DescriptorKeyID key, const std::string& value) {
-    DescriptorItem item;
-    item.key = key;
-    item.type = kTypeText;
-    item.bytes = value;
-    return item;
-}
-
-DescriptorItem DescriptorItem::Enumerated(DescriptorKeyID key, DescriptorEnumTypeID type,
-                                          DescriptorEnumID value) {
-    DescriptorItem item = Integer(key, static_cast<int32_t>(value));
-    item.type = kTypeEnumerated;
-    item.aux = type;
-    return item;
-}
-
-DescriptorItem DescriptorItem::Class(DescriptorKeyID key, DescriptorClassID value) {
-    DescriptorItem item = Integer(key, static_cast<int32_t>(value));
-    item.type = kTypeClass;
-    return item;
-}
 
 struct DescriptorSuite::Reader {
     std::vector<DescriptorItem> items;
@@ -162,26 +136,20 @@ PIReadDescriptor DescriptorSuite::OpenRead(Handle descriptor, DescriptorKeyID* k
     read.opened = descriptor != nullptr;
     current_->log_->descriptorReads.push_back(read);
     if (descriptor == nullptr) return nullptr;
-    auto reader = std::make_unique<Reader>();
+    Reader* reader = Adopt(current_->readers_, current_->log_->descriptorReads.size() - 1);
     reader->items = current_->Contents(descriptor);
     reader->keyArray = keyArray;
-    reader->logIndex = current_->log_->descriptorReads.size() - 1;
-    Reader* id = reader.get();
-    current_->readers_[id] = std::move(reader);
-    return reinterpret_cast<PIReadDescriptor>(id);
+    return reinterpret_cast<PIReadDescriptor>(reader);
 }
 
 OSErr DescriptorSuite::CloseRead(PIReadDescriptor reader) {
     if (current_ == nullptr) return paramErr;
-    auto it = current_->readers_.find(reinterpret_cast<Reader*>(reader));
-    if (it == current_->readers_.end()) {
-        current_->log_->faults.push_back("closeReadDescriptorProc on an unknown reader");
-        return paramErr;
-    }
-    DescriptorRead& read = current_->log_->descriptorReads[it->second->logIndex];
+    std::unique_ptr<Reader> closed =
+        Release(current_->readers_, reader, "closeReadDescriptorProc", &current_->log_->faults);
+    if (closed == nullptr) return paramErr;
+    DescriptorRead& read = current_->log_->descriptorReads[closed->logIndex];
     read.closed = true;
     read.closeResult = current_->closeError_;
-    current_->readers_.erase(it);
     return current_->closeError_;
 }
 
@@ -220,6 +188,14 @@ DescriptorSuite::Reader* DescriptorSuite::CurrentItemOf(PIReadDescriptor reader,
     return it->second.get();
 }
 
+template <typename T>
+OSErr DescriptorSuite::GetIntegerOfType(PIReadDescriptor reader, DescriptorTypeID type, T* value) {
+    Reader* r = CurrentItemOf(reader, type);
+    if (r == nullptr || value == nullptr) return paramErr;
+    *value = static_cast<T>(r->current->integer);
+    return noErr;
+}
+
 OSErr DescriptorSuite::GetInteger(PIReadDescriptor reader, int32_t* value) {
     return GetPinnedInteger(reader, INT32_MIN, INT32_MAX, value);
 }
@@ -234,10 +210,7 @@ OSErr DescriptorSuite::GetUnitFloat(PIReadDescriptor reader, DescriptorUnitID* u
 }
 
 OSErr DescriptorSuite::GetBoolean(PIReadDescriptor reader, Boolean* value) {
-    Reader* r = CurrentItemOf(reader, kTypeBoolean);
-    if (r == nullptr || value == nullptr) return paramErr;
-    *value = r->current->integer != 0;
-    return noErr;
+    return GetIntegerOfType(reader, kTypeBoolean, value);
 }
 
 OSErr DescriptorSuite::GetText(PIReadDescriptor reader, Handle* value) {
@@ -260,17 +233,11 @@ OSErr DescriptorSuite::GetHandleValue(PIReadDescriptor reader, DescriptorTypeID 
 }
 
 OSErr DescriptorSuite::GetEnumerated(PIReadDescriptor reader, DescriptorEnumID* value) {
-    Reader* r = CurrentItemOf(reader, kTypeEnumerated);
-    if (r == nullptr || value == nullptr) return paramErr;
-    *value = static_cast<DescriptorEnumID>(r->current->integer);
-    return noErr;
+    return GetIntegerOfType(reader, kTypeEnumerated, value);
 }
 
 OSErr DescriptorSuite::GetClass(PIReadDescriptor reader, DescriptorClassID* value) {
-    Reader* r = CurrentItemOf(reader, kTypeClass);
-    if (r == nullptr || value == nullptr) return paramErr;
-    *value = static_cast<DescriptorClassID>(r->current->integer);
-    return noErr;
+    return GetIntegerOfType(reader, kTypeClass, value);
 }
 
 OSErr DescriptorSuite::GetSimpleReference(PIReadDescriptor, PIDescriptorSimpleReference*) {
@@ -282,10 +249,7 @@ OSErr DescriptorSuite::GetObject(PIReadDescriptor, DescriptorClassID*, Handle*) 
 }
 
 OSErr DescriptorSuite::GetCount(PIReadDescriptor reader, uint32_t* value) {
-    Reader* r = CurrentItemOf(reader, kTypeInteger);
-    if (r == nullptr || value == nullptr) return paramErr;
-    *value = static_cast<uint32_t>(r->current->integer);
-    return noErr;
+    return GetIntegerOfType(reader, kTypeInteger, value);
 }
 
 OSErr DescriptorSuite::GetString(PIReadDescriptor reader, Str255* value) {
@@ -332,22 +296,16 @@ OSErr DescriptorSuite::GetPinnedUnitFloat(PIReadDescriptor reader, const double*
 PIWriteDescriptor DescriptorSuite::OpenWrite() {
     if (current_ == nullptr) return nullptr;
     current_->log_->descriptorWrites.push_back({});
-    auto writer = std::make_unique<Writer>();
-    writer->logIndex = current_->log_->descriptorWrites.size() - 1;
-    Writer* id = writer.get();
-    current_->writers_[id] = std::move(writer);
-    return reinterpret_cast<PIWriteDescriptor>(id);
+    return reinterpret_cast<PIWriteDescriptor>(
+        Adopt(current_->writers_, current_->log_->descriptorWrites.size() - 1));
 }
 
 OSErr DescriptorSuite::CloseWrite(PIWriteDescriptor writer, Handle* newDescriptor) {
     if (current_ == nullptr) return paramErr;
-    auto it = current_->writers_.find(reinterpret_cast<Writer*>(writer));
-    if (it == current_->writers_.end()) {
-        current_->log_->faults.push_back("closeWriteDescriptorProc on an unknown writer");
-        return paramErr;
-    }
-    DescriptorWrite& write = current_->log_->descriptorWrites[it->second->logIndex];
-    current_->writers_.erase(it);
+    std::unique_ptr<Writer> closed =
+        Release(current_->writers_, writer, "closeWriteDescriptorProc", &current_->log_->faults);
+    if (closed == nullptr) return paramErr;
+    DescriptorWrite& write = current_->log_->descriptorWrites[closed->logIndex];
     write.closed = true;
     if (newDescriptor == nullptr) return paramErr;
     write.descriptor = current_->MakeDescriptor(write.items);

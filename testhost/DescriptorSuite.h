@@ -35,6 +35,8 @@ class DescriptorSuite {
     struct Writer;
     Handle MakeDescriptor(const std::vector<DescriptorItem>& items);
     static Reader* CurrentItemOf(PIReadDescriptor reader, DescriptorTypeID type);
+    template <typename T>
+    static OSErr GetIntegerOfType(PIReadDescriptor reader, DescriptorTypeID type, T* value);
 
     // Reading.
     static PIReadDescriptor OpenRead(Handle descriptor, DescriptorKeyID* keyArray);
