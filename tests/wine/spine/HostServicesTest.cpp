@@ -18,10 +18,11 @@ TEST_F(HostServices, WithoutUsableHandleServicesWindowsMemoryServes) {
         fresh.settings.handleSuite = mode;
         ASSERT_TRUE(fresh.Run().Ok());
         ASSERT_TRUE(fresh.Run().Ok()) << "a second run finds its globals and record again";
-        EXPECT_TRUE(fresh.handles().Live().empty()) << "no host handle was used";
-        const auto* parameters = fresh.ParametersAs<FilterParameters>();
+        Handle parameters = fresh.record().parameters;
         ASSERT_NE(parameters, nullptr);
-        EXPECT_EQ(parameters->tolerance, 50.0f);
+        EXPECT_FALSE(fresh.handles().IsLive(parameters)) << "not a host handle";
+        EXPECT_FALSE(fresh.handles().IsLive(reinterpret_cast<Handle>(fresh.data())));
+        EXPECT_EQ(reinterpret_cast<const FilterParameters*>(*parameters)->tolerance, 50.0f);
         // The Windows block carries its tag after the master pointer.
         EXPECT_EQ(std::string(reinterpret_cast<char*>(fresh.record().parameters) + 4, 4), "OTOF");
         EXPECT_EQ(fresh.log().faults, std::vector<std::string>{});
@@ -31,14 +32,14 @@ TEST_F(HostServices, WithoutUsableHandleServicesWindowsMemoryServes) {
 TEST_F(HostServices, AShortHandleTableIsNotUsedButAnUnknownCountIs) {
     host.settings.handleProcCount = 7;
     ASSERT_TRUE(host.Run().Ok());
-    EXPECT_TRUE(host.handles().Live().empty());
+    EXPECT_FALSE(host.handles().IsLive(host.record().parameters));
 
     testhost::TestHost other;
     ASSERT_TRUE(other.Load(QUORVEX_MODULE_PATH));
     other.image() = testhost::Image(16, 8, 3);
     other.settings.handleProcCount = -1;
     ASSERT_TRUE(other.Run().Ok());
-    EXPECT_FALSE(other.handles().Live().empty());
+    EXPECT_TRUE(other.handles().IsLive(other.record().parameters));
 }
 
 TEST_F(HostServices, BadDataAndMissingCallbacksNeverCrash) {

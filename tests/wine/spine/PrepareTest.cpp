@@ -39,9 +39,12 @@ TEST_F(Prepare, BandsNeverExceedTheImage) {
     PrepareImage(10, 50, 1 << 30);
     EXPECT_EQ(Parameters()->rowsPerTile, 50);
     EXPECT_EQ(host.record().maxSpace, 50 * 70);
+}
 
+TEST_F(Prepare, AnImageOneRowHighHasBandsOfOneRow) {
     PrepareImage(10, 1, 1 << 30);
     EXPECT_EQ(Parameters()->rowsPerTile, 1);
+    EXPECT_EQ(host.record().maxSpace, 70);
 }
 
 }  // namespace
