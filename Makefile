@@ -1,13 +1,14 @@
 # make demo   - build the module and run it on the sample portrait (before/after pictures in out/)
 # make test   - build everything and run every test (native and under Wine)
 # make bench  - native release benchmark of the red-eye pipeline
+# make bench-host - one real run on a 24-megapixel photo through the test host under Wine
 SHELL := /bin/bash
 JOBS ?= 2
 NATIVE := build/native
 BENCH := build/bench
 WIN := build/win
 
-.PHONY: all deps native win test test-native test-wine demo bench format clean
+.PHONY: all deps native win test test-native test-wine demo bench bench-host format clean
 
 all: native win
 
@@ -37,6 +38,10 @@ bench: deps
 	cmake -S . -B $(BENCH) -DCMAKE_BUILD_TYPE=Release -DQUORVEX_SANITIZE=OFF >/dev/null
 	cmake --build $(BENCH) -j$(JOBS) --target redeye_bench
 	$(BENCH)/bench/redeye_bench
+
+bench-host: win
+	bash scripts/wine-prefix.sh
+	cd $(WIN) && . ../../scripts/wine-env.sh && wine bench/host/host_run_bench.exe
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
