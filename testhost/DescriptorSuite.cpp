@@ -10,6 +10,16 @@ namespace {
 // A key list longer than this is taken as unterminated.
 constexpr size_t kLongestKeyArray = 256;
 
+// The log entry of a reader or writer; a scratch one when the test cleared
+// the log while the module held it open.
+template <typename Entry>
+Entry& LogEntry(std::vector<Entry>& entries, size_t index) {
+    static Entry scratch;
+    if (index < entries.size()) return entries[index];
+    scratch = Entry{};
+    return scratch;
+}
+
 // Readers and writers live from open to close; the module holds their address.
 template <typename Object>
 Object* Adopt(std::map<Object*, std::unique_ptr<Object>>& objects, size_t logIndex) {
@@ -147,7 +157,7 @@ OSErr DescriptorSuite::CloseRead(PIReadDescriptor reader) {
     std::unique_ptr<Reader> closed =
         Release(current_->readers_, reader, "closeReadDescriptorProc", &current_->log_->faults);
     if (closed == nullptr) return paramErr;
-    DescriptorRead& read = current_->log_->descriptorReads[closed->logIndex];
+    DescriptorRead& read = LogEntry(current_->log_->descriptorReads, closed->logIndex);
     read.closed = true;
     read.closeResult = current_->closeError_;
     return current_->closeError_;
@@ -167,7 +177,7 @@ Boolean DescriptorSuite::GetKey(PIReadDescriptor reader, DescriptorKeyID* key,
     if (key != nullptr) *key = r.current->key;
     if (type != nullptr) *type = r.current->type;
     if (flags != nullptr) *flags = 0;
-    current_->log_->descriptorReads[r.logIndex].delivered.push_back(r.current->key);
+    LogEntry(current_->log_->descriptorReads, r.logIndex).delivered.push_back(r.current->key);
     // A delivered key is struck from the module's list, as hosts do.
     for (size_t i = 0; r.keyArray != nullptr && i < kLongestKeyArray && r.keyArray[i] != 0; ++i) {
         if (r.keyArray[i] == r.current->key) r.keyArray[i] = kDescriptorNullKey;
@@ -183,8 +193,8 @@ DescriptorSuite::Reader* DescriptorSuite::CurrentItemOf(PIReadDescriptor reader,
         it->second->current->type != type) {
         return nullptr;
     }
-    current_->log_->descriptorReads[it->second->logIndex].valuesRead.push_back(
-        it->second->current->key);
+    LogEntry(current_->log_->descriptorReads, it->second->logIndex)
+        .valuesRead.push_back(it->second->current->key);
     return it->second.get();
 }
 
@@ -305,7 +315,7 @@ OSErr DescriptorSuite::CloseWrite(PIWriteDescriptor writer, Handle* newDescripto
     std::unique_ptr<Writer> closed =
         Release(current_->writers_, writer, "closeWriteDescriptorProc", &current_->log_->faults);
     if (closed == nullptr) return paramErr;
-    DescriptorWrite& write = current_->log_->descriptorWrites[closed->logIndex];
+    DescriptorWrite& write = LogEntry(current_->log_->descriptorWrites, closed->logIndex);
     write.closed = true;
     if (newDescriptor == nullptr) return paramErr;
     write.descriptor = current_->MakeDescriptor(write.items);
@@ -321,7 +331,8 @@ OSErr DescriptorSuite::Put(PIWriteDescriptor writer, DescriptorItem item) {
     if (current_ == nullptr) return paramErr;
     auto it = current_->writers_.find(reinterpret_cast<Writer*>(writer));
     if (it == current_->writers_.end()) return paramErr;
-    current_->log_->descriptorWrites[it->second->logIndex].items.push_back(std::move(item));
+    LogEntry(current_->log_->descriptorWrites, it->second->logIndex)
+        .items.push_back(std::move(item));
     return noErr;
 }
 

@@ -1,5 +1,6 @@
 // The switches of the test host: which services it offers and how it behaves.
-// Changes take effect when the next run begins (see TestHost::BeginRun).
+// The record and service switches take effect when the next run begins
+// (TestHost::BeginRun); the others whenever they are used.
 #pragma once
 
 #include <optional>

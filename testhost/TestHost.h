@@ -94,7 +94,6 @@ class TestHost {
     // The record as the module sees it. With settings.recordSize 452 only
     // the fields up to bigDocumentData exist.
     FilterRecord& record() { return *reinterpret_cast<FilterRecord*>(recordBytes_.data()); }
-    BigDocumentStruct& bigDocument() { return bigDocument_; }
     // The data slot the host keeps for the module (its globals handle).
     intptr_t data() const { return data_; }
     // The block of the parameters handle seen as T (e.g. FilterParameters);

@@ -48,7 +48,7 @@ Outcome RunTestHost(const std::string& arguments) {
     return outcome;
 }
 
-TEST(ImageFiles, PngKeepsEverySampleAndTheAlphaPlane) {
+TEST(HostImageFiles, PngKeepsEverySampleAndTheAlphaPlane) {
     for (const int planes : {3, 4}) {
         Image written(7, 5, planes);
         written.FillNoise(static_cast<uint32_t>(planes));
@@ -61,7 +61,7 @@ TEST(ImageFiles, PngKeepsEverySampleAndTheAlphaPlane) {
     }
 }
 
-TEST(CommandLine, FailsClearlyOnBadInput) {
+TEST(HostCommandLine, FailsClearlyOnBadInput) {
     Image picture(6, 4, 3);
     Image otherSize(5, 4, 3);
     std::string error;
@@ -89,7 +89,7 @@ TEST(CommandLine, FailsClearlyOnBadInput) {
     }
 }
 
-TEST(CommandLine, RunsTheModuleOnAPicture) {
+TEST(HostCommandLine, RunsTheModuleOnAPicture) {
     if (GetFileAttributesA(QUORVEX_MODULE_PATH) == INVALID_FILE_ATTRIBUTES) {
         GTEST_SKIP() << "the module is not built";
     }

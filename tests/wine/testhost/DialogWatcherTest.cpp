@@ -55,7 +55,7 @@ void CALLBACK EndWith42(HWND dialog, UINT, UINT_PTR timer, DWORD) {
     EndDialog(dialog, 42);
 }
 
-TEST(DialogWatcher, RecordsAndDismissesMessageBoxes) {
+TEST(HostDialogs, RecordsAndDismissesMessageBoxes) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     std::vector<int> answers;
@@ -78,7 +78,7 @@ TEST(DialogWatcher, RecordsAndDismissesMessageBoxes) {
     EXPECT_TRUE(shown[1].hasOwner);
 }
 
-TEST(DialogWatcher, HandsRegisteredDialogsToTheTest) {
+TEST(HostDialogs, HandsRegisteredDialogsToTheTest) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.OnDialog(kProbeItem, [](HWND dialog) { SetTimer(dialog, 1, 10, EndWith42); });
@@ -94,7 +94,7 @@ TEST(DialogWatcher, HandsRegisteredDialogsToTheTest) {
     EXPECT_TRUE(host.log().faults.empty());
 }
 
-TEST(DialogWatcher, WatchdogEndsADialogThatIgnoresEveryCommand) {
+TEST(HostDialogs, WatchdogEndsADialogThatIgnoresEveryCommand) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.settings.watchdogSeconds = 1;

@@ -39,7 +39,7 @@ void UseDeliveryProbe(TestHost& host, std::function<void(FilterRecord*)> request
     });
 }
 
-TEST(PixelExchange, PadsOutsideTheImageAndPacksTheRequestedPlanes) {
+TEST(HostPixels, PadsOutsideTheImageAndPacksTheRequestedPlanes) {
     TestHost host;
     host.image() = Image(4, 3, 3);
     host.image().FillNoise(1);
@@ -72,7 +72,7 @@ TEST(PixelExchange, PadsOutsideTheImageAndPacksTheRequestedPlanes) {
     EXPECT_TRUE(host.log().faults.empty());
 }
 
-TEST(PixelExchange, OutsideTheImageWithoutPaddingIsAnError) {
+TEST(HostPixels, OutsideTheImageWithoutPaddingIsAnError) {
     TestHost host;
     host.image() = Image(4, 3, 3);
     Delivery got;
@@ -87,7 +87,7 @@ TEST(PixelExchange, OutsideTheImageWithoutPaddingIsAnError) {
     EXPECT_EQ(host.log().faults.size(), 1u);
 }
 
-TEST(PixelExchange, ReadsThe32BitRectanglesOnlyWhenTheModuleSwitchedToThem) {
+TEST(HostPixels, ReadsThe32BitRectanglesOnlyWhenTheModuleSwitchedToThem) {
     for (const bool use32 : {false, true}) {
         TestHost host;
         host.settings.bigDocument = true;
@@ -120,7 +120,7 @@ TEST(PixelExchange, ReadsThe32BitRectanglesOnlyWhenTheModuleSwitchedToThem) {
     }
 }
 
-TEST(PixelExchange, EmptyRectangleGetsNoData) {
+TEST(HostPixels, EmptyRectangleGetsNoData) {
     TestHost host;
     host.image() = Image(4, 4, 3);
     Delivery got;
@@ -158,7 +158,7 @@ void UseBandWriter(TestHost& host, int* inputMismatches) {
     });
 }
 
-TEST(PixelExchange, CommitsOutputIntoTheDestinationAndKeepsTheSource) {
+TEST(HostPixels, CommitsOutputIntoTheDestinationAndKeepsTheSource) {
     TestHost host;
     host.image() = Image(5, 3, 3);
     host.image().Fill({0x11, 0x11, 0x11});
@@ -174,7 +174,7 @@ TEST(PixelExchange, CommitsOutputIntoTheDestinationAndKeepsTheSource) {
     EXPECT_EQ(host.image().Sample(0, 0, 0), 0x11);
 }
 
-TEST(PixelExchange, BlendsThroughTheSelectionWhenAsked) {
+TEST(HostPixels, BlendsThroughTheSelectionWhenAsked) {
     TestHost host;
     host.settings.blendThroughMask = true;
     host.image() = Image(5, 3, 3);
@@ -189,7 +189,7 @@ TEST(PixelExchange, BlendsThroughTheSelectionWhenAsked) {
     EXPECT_EQ(host.output().Sample(4, 1, 0), 0x11);
 }
 
-TEST(PixelExchange, RowPaddingIsGuarded) {
+TEST(HostPixels, RowPaddingIsGuarded) {
     TestHost host;
     host.settings.extraRowBytes = 4;
     host.image() = Image(3, 2, 3);

@@ -25,7 +25,7 @@ void UseOneBandModule(TestHost& host, Rect16 leftOver) {
     });
 }
 
-TEST(Protocol, HostThatLoopsWhileRightIsNonZeroNeedsZeroedRectangles) {
+TEST(HostRun, HostThatLoopsWhileRightIsNonZeroNeedsZeroedRectangles) {
     TestHost host;
     host.image() = Image(8, 8, 3);
     host.settings.maxContinueCalls = 10;
@@ -58,7 +58,7 @@ void UseParametersModule(TestHost& host, std::vector<bool>* foundHandle) {
     });
 }
 
-TEST(Protocol, ParametersCallFollowsTheHostKind) {
+TEST(HostRun, ParametersCallFollowsTheHostKind) {
     const struct {
         ParametersCall call;
         std::vector<bool> foundHandle;
@@ -80,7 +80,7 @@ TEST(Protocol, ParametersCallFollowsTheHostKind) {
     }
 }
 
-TEST(Protocol, ErrorEndsTheRunWithoutFinishAndRestoresTheDocument) {
+TEST(HostRun, ErrorEndsTheRunWithoutFinishAndRestoresTheDocument) {
     TestHost host;
     host.image() = Image(3, 3, 3);
     UseFakeModule(host, [](int16_t selector, FilterRecord* r, intptr_t*, int16_t* result) {
@@ -99,7 +99,7 @@ TEST(Protocol, ErrorEndsTheRunWithoutFinishAndRestoresTheDocument) {
     EXPECT_EQ(host.output().Sample(0, 0, 0), 0);
 }
 
-TEST(Protocol, AbortAnswersTrueFromTheChosenPollOnEachRun) {
+TEST(HostRun, AbortAnswersTrueFromTheChosenPollOnEachRun) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.settings.abortFromPoll = 3;
@@ -115,7 +115,7 @@ TEST(Protocol, AbortAnswersTrueFromTheChosenPollOnEachRun) {
     EXPECT_EQ(host.log().abortPolls, 8);
 }
 
-TEST(Protocol, OlderRecordSizeCatchesWritesPastItsEnd) {
+TEST(HostRun, OlderRecordSizeCatchesWritesPastItsEnd) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.settings.recordSize = 452;

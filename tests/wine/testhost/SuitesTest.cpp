@@ -14,7 +14,7 @@ using testhost::HandleSuiteMode;
 using testhost::Image;
 using testhost::TestHost;
 
-TEST(HandleServices, TracksLocksLeaksAndForeignHandles) {
+TEST(HostHandles, TracksLocksLeaksAndForeignHandles) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     Handle kept = nullptr;
@@ -44,7 +44,7 @@ TEST(HandleServices, TracksLocksLeaksAndForeignHandles) {
     EXPECT_EQ(host.log().faults.size(), 2u);
 }
 
-TEST(HandleServices, SuiteKindsAndTheSizeQuirk) {
+TEST(HostHandles, SuiteKindsAndTheSizeQuirk) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.settings.handleSuite = HandleSuiteMode::kAbsent;
@@ -89,7 +89,7 @@ void UseReader(TestHost& host, ReaderProbe* probe) {
     });
 }
 
-TEST(ScriptingServices, ReaderHandsOutTheKeysAndStrikesThemFromTheList) {
+TEST(HostScripting, ReaderHandsOutTheKeysAndStrikesThemFromTheList) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.settings.playDescriptor = std::vector<DescriptorItem>{
@@ -113,7 +113,7 @@ TEST(ScriptingServices, ReaderHandsOutTheKeysAndStrikesThemFromTheList) {
     EXPECT_TRUE(read.closed);
 }
 
-TEST(ScriptingServices, WriterGivesBackADescriptorTheHostCanRead) {
+TEST(HostScripting, WriterGivesBackADescriptorTheHostCanRead) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     UseFakeModule(host, [](int16_t selector, FilterRecord* r, intptr_t*, int16_t*) {
@@ -134,7 +134,7 @@ TEST(ScriptingServices, WriterGivesBackADescriptorTheHostCanRead) {
     EXPECT_TRUE(host.LeakedHandles().empty());
 }
 
-TEST(ScriptingServices, SuiteKinds) {
+TEST(HostScripting, SuiteKinds) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     host.settings.descriptorSuite = DescriptorSuiteMode::kAbsent;
@@ -157,7 +157,7 @@ TEST(ScriptingServices, SuiteKinds) {
               15);
 }
 
-TEST(ColorServices, ConvertsFromRgbAndCanRefuse) {
+TEST(HostColors, ConvertsFromRgbAndCanRefuse) {
     TestHost host;
     host.image() = Image(2, 2, 3);
     std::vector<OSErr> results;
