@@ -98,7 +98,7 @@ struct HostLog {
     int abortPolls = 0;
     int processEventCalls = 0;
     std::vector<int16_t> hostProcSelectors;
-    std::vector<ShownDialog> dialogs;
+    std::vector<ShownDialog> dialogs;  // needs a display: without one boxes fail at once
     std::vector<DescriptorRead> descriptorReads;
     std::vector<DescriptorWrite> descriptorWrites;
     std::vector<ColorServicesRecord> colorServices;

@@ -18,8 +18,9 @@
 // A run that fails or is cancelled leaves output() equal to image(), as a
 // host restores the document.
 //
-// Callbacks reach the host through process-wide pointers: use one TestHost
-// at a time per process, and only on the thread that created it.
+// Callbacks reach the host through process-wide pointers set by every
+// Call(): several hosts may exist, but only one can be inside a call at a
+// time, all on the thread that created them.
 #pragma once
 
 #include <windows.h>
