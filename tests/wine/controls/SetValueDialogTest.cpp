@@ -1,0 +1,187 @@
+// "Set value" driven inside its own modal loop: what its fields show after
+// the user types and leaves them, and what OK, Enter and Cancel do to the
+// spin edit and its parent.
+#include <cmath>
+#include <cstring>
+#include <string>
+
+#include "GuiTestSupport.h"
+#include "controls/SetValueDialog.h"
+#include "controls/SetValueDialogIds.h"
+#include "controls/SpinEdit.h"
+
+namespace {
+
+constexpr int kFieldId = 1076;
+
+class SetValueDialogTest : public ToolkitTest {
+  protected:
+    void SetUp() override {
+        ToolkitTest::SetUp();
+        CreateSpinEdit(Parent(), kFieldId, 10, 10, 90, 48, &field);
+        ASSERT_NE(field, nullptr);
+        std::strcpy(field->valueName, "Red Tolerance");
+        SpinEditSetRange(field, 0.0f, 100.0f);
+        SpinEditSetValue(field, 50.0f);
+    }
+
+    INT_PTR Run(std::vector<DialogStep> steps) {
+        return RunModal([&] { return RunSetValueDialog(field); }, std::move(steps));
+    }
+
+    // Types into one field and moves the focus to another, as a user does
+    // with the mouse or the Tab key.
+    static DialogStep TypeAndLeave(int item, const char* text) {
+        const int next = item == IDC_NEW_VALUE_1 ? IDC_NEW_MINIMUM : IDC_NEW_VALUE_1;
+        return [=](HWND dialog) {
+            ::TypeAndLeave(GetDlgItem(dialog, item), text, GetDlgItem(dialog, next));
+        };
+    }
+    static DialogStep Expect(int item, const char* text) {
+        return [=](HWND dialog) { EXPECT_EQ(ItemText(dialog, item), text) << "item " << item; };
+    }
+    static DialogStep Click(int item) {
+        return [=](HWND dialog) { ClickButton(dialog, item); };
+    }
+
+    SpinEditRecord* field = nullptr;
+};
+
+TEST_F(SetValueDialogTest, DescribesTheFieldItEdits) {
+    const INT_PTR result =
+        Run({[](HWND dialog) {
+                 EXPECT_EQ(WindowText(dialog), "Set value");
+                 EXPECT_EQ(ItemText(dialog, IDC_VALUE_NAME), "Red Tolerance");
+                 EXPECT_EQ(ItemText(dialog, IDC_CURRENT_VALUE_1), "50.00");
+                 EXPECT_EQ(ItemText(dialog, IDC_CURRENT_VALUE_2), "Not used");
+                 EXPECT_EQ(ItemText(dialog, IDC_VALUE_TYPE), "Float slider");
+                 EXPECT_EQ(ItemText(dialog, IDC_RECOMMENDED_RANGE), "0.00 ... 100.00");
+                 EXPECT_EQ(ItemText(dialog, IDC_NEW_VALUE_1), "50.00");
+                 EXPECT_EQ(ItemText(dialog, IDC_NEW_MINIMUM), "0.00");
+                 EXPECT_EQ(ItemText(dialog, IDC_NEW_MAXIMUM), "100.00");
+                 EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_NEW_VALUE_2)));
+                 EXPECT_TRUE(SaveScreenshot(dialog, "set_value_dialog"));
+             },
+             Click(IDCANCEL)});
+    EXPECT_EQ(result, IDCANCEL);
+
+    field->integerMode = 1;
+    field->recommendedMaximum = 99.9f;
+    Run({Expect(IDC_VALUE_TYPE, "Integer slider"), Expect(IDC_RECOMMENDED_RANGE, "0 ... 99"),
+         Expect(IDC_NEW_MAXIMUM, "100"), Click(IDCANCEL)});
+}
+
+TEST_F(SetValueDialogTest, RangeEndThatWouldEmptyTheRangeIsRefused) {
+    Run({TypeAndLeave(IDC_NEW_MINIMUM, "100"), Expect(IDC_NEW_MINIMUM, "0.00"),
+         TypeAndLeave(IDC_NEW_MAXIMUM, "0"), Expect(IDC_NEW_MAXIMUM, "100.00"),
+         TypeAndLeave(IDC_NEW_MINIMUM, "20"), TypeAndLeave(IDC_NEW_MAXIMUM, "20"),
+         Expect(IDC_NEW_MAXIMUM, "100.00"), TypeAndLeave(IDC_NEW_MAXIMUM, "abc"),
+         Expect(IDC_NEW_MAXIMUM, "100.00"), TypeAndLeave(IDC_NEW_MINIMUM, "abc"),
+         Expect(IDC_NEW_MINIMUM, "0.00"), Click(IDCANCEL)});
+}
+
+TEST_F(SetValueDialogTest, NewValueOutsideTheRangeIsClampedSilently) {
+    Run({TypeAndLeave(IDC_NEW_VALUE_1, "250"), Expect(IDC_NEW_VALUE_1, "100.00"),
+         TypeAndLeave(IDC_NEW_VALUE_1, "-3"), Expect(IDC_NEW_VALUE_1, "0.00"),
+         TypeAndLeave(IDC_NEW_VALUE_1, "none"), Expect(IDC_NEW_VALUE_1, "0.00"),
+         TypeAndLeave(IDC_NEW_VALUE_1, "33.3"), Expect(IDC_NEW_VALUE_1, "33.3"), Click(IDCANCEL)});
+}
+
+TEST_F(SetValueDialogTest, IntegerModeCutsFractionsInEveryField) {
+    field->integerMode = 1;
+    const INT_PTR result =
+        Run({TypeAndLeave(IDC_NEW_MINIMUM, "12.7"), Expect(IDC_NEW_MINIMUM, "12"),
+             TypeAndLeave(IDC_NEW_MAXIMUM, "40.7"), Expect(IDC_NEW_MAXIMUM, "40"),
+             TypeAndLeave(IDC_NEW_VALUE_1, "20.9"), Expect(IDC_NEW_VALUE_1, "20"), Click(IDOK)});
+    EXPECT_EQ(result, IDOK);
+    EXPECT_EQ(field->minimum, 12.0f);
+    EXPECT_EQ(field->maximum, 40.0f);
+    EXPECT_EQ(field->value, 20.0f);
+    EXPECT_EQ(WindowText(field->editBox), "20");
+}
+
+TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueAndPostsToTheParent) {
+    const INT_PTR result =
+        Run({TypeAndLeave(IDC_NEW_MAXIMUM, "60"), TypeAndLeave(IDC_NEW_MINIMUM, "10"),
+             TypeAndLeave(IDC_NEW_VALUE_1, "30"), Click(IDOK)});
+    EXPECT_EQ(result, IDOK);
+    PumpMessages();
+    EXPECT_EQ(field->minimum, 10.0f);
+    EXPECT_EQ(field->maximum, 60.0f);
+    EXPECT_EQ(field->value, 30.0f);
+    EXPECT_EQ(WindowText(field->editBox), "30.00");
+    const LRESULT range = SendMessageA(field->arrows, UDM_GETRANGE, 0, 0);
+    EXPECT_EQ(LOWORD(range), 60);
+    EXPECT_EQ(HIWORD(range), 10);
+    EXPECT_EQ(field->sliderRecord->value, 30.0f);
+    ASSERT_EQ(Commands().size(), 1u);
+    EXPECT_EQ(Commands()[0].wParam, static_cast<WPARAM>(kFieldId));
+    EXPECT_EQ(Commands()[0].lParam, 0);
+}
+
+TEST_F(SetValueDialogTest, UnchangedOkKeepsTheFieldButStillNotifies) {
+    EXPECT_EQ(Run({Click(IDOK)}), IDOK);
+    PumpMessages();
+    EXPECT_EQ(field->value, 50.0f);
+    EXPECT_EQ(field->minimum, 0.0f);
+    EXPECT_EQ(field->maximum, 100.0f);
+    EXPECT_EQ(Commands().size(), 1u);
+}
+
+TEST_F(SetValueDialogTest, EnterAppliesTheTextAsTypedWithoutTheFieldCheck) {
+    const INT_PTR result = Run({[](HWND dialog) {
+                                    HWND minimum = GetDlgItem(dialog, IDC_NEW_MINIMUM);
+                                    SetFocus(minimum);
+                                    SetWindowTextA(minimum, "150");
+                                },
+                                [](HWND dialog) { PostKey(dialog, VK_RETURN); }});
+    EXPECT_EQ(result, IDOK);
+    // The unchecked minimum 150 reached the range; setting the value 50
+    // again then widened the range down to it. A checked field would have
+    // been put back to 0.
+    EXPECT_EQ(field->minimum, 50.0f);
+    EXPECT_EQ(field->maximum, 100.0f);
+    EXPECT_EQ(field->value, 50.0f);
+}
+
+TEST_F(SetValueDialogTest, CancelLeavesTheFieldExactlyAsItWas) {
+    field->integerMode = 1;
+    SpinEditSetValue(field, 37.0f);
+    const INT_PTR result =
+        Run({TypeAndLeave(IDC_NEW_MINIMUM, "5"), TypeAndLeave(IDC_NEW_MAXIMUM, "45"),
+             TypeAndLeave(IDC_NEW_VALUE_1, "9"), Click(IDCANCEL)});
+    EXPECT_EQ(result, IDCANCEL);
+    PumpMessages();
+    EXPECT_EQ(field->value, 37.0f);
+    EXPECT_EQ(field->minimum, 0.0f);
+    EXPECT_EQ(field->maximum, 100.0f);
+    EXPECT_EQ(WindowText(field->editBox), "37");
+    EXPECT_TRUE(Commands().empty());
+}
+
+TEST_F(SetValueDialogTest, ExtremeTextInEveryFieldIsSurvived) {
+    const std::string longText(400, '9');
+    for (int integerMode = 0; integerMode <= 1; ++integerMode) {
+        field->integerMode = static_cast<uint8_t>(integerMode);
+        std::vector<DialogStep> steps;
+        for (const char* text : {"1e30", "-1e30", "nan", "inf", "1e999", longText.c_str()}) {
+            for (int item : {IDC_NEW_MINIMUM, IDC_NEW_MAXIMUM, IDC_NEW_VALUE_1}) {
+                steps.push_back(TypeAndLeave(item, text));
+            }
+        }
+        steps.push_back(TypeAndLeave(IDC_NEW_MAXIMUM, "-1e30"));
+        steps.push_back([](HWND dialog) {
+            HWND value = GetDlgItem(dialog, IDC_NEW_VALUE_1);
+            SetFocus(value);
+            SetWindowTextA(value, "nan");
+            PostKey(dialog, VK_RETURN);
+        });
+        EXPECT_EQ(Run(std::move(steps)), IDOK);
+        EXPECT_FALSE(std::isnan(field->value));
+        EXPECT_FALSE(WindowText(field->editBox).empty());
+        SpinEditSetRange(field, 0.0f, 100.0f);
+        SpinEditSetValue(field, 50.0f);
+    }
+}
+
+}  // namespace
