@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "redeye/Sse2Pixels.h"
+
 namespace {
 
 // Every quotient in RgbToHls has a numerator below 2^16 and a divisor from 1
@@ -98,4 +100,14 @@ void HlsToRgb(const uint16_t* hls, uint8_t* rgb) {
     rgb[0] = ScaleTo255(HueToChannel(m1, m2, static_cast<uint16_t>(hue + 80)));
     rgb[1] = ScaleTo255(HueToChannel(m1, m2, hue));
     rgb[2] = ScaleTo255(HueToChannel(m1, m2, static_cast<uint16_t>(hue - 80)));
+}
+
+void HlsRowToRgb(const uint16_t* hls, uint8_t* rgb, int32_t count) {
+    int32_t x = 0;
+#if defined(__SSE2__)
+    for (; x + 8 <= count; x += 8) {
+        sse2::StoreBytes(sse2::HlsToRgb8(sse2::LoadWords(hls + 3 * x)), rgb + 3 * x);
+    }
+#endif
+    for (; x < count; ++x) HlsToRgb(hls + 3 * x, rgb + 3 * x);
 }

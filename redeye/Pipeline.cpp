@@ -1,5 +1,6 @@
 #include "redeye/Pipeline.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "redeye/Classify.h"
@@ -11,40 +12,88 @@
 #include "redeye/RowSpan.h"
 #include "redeye/Truncate.h"
 
+// Red and weak red are rare in a photo. Classification finds the band of
+// rows that hold any; the steps after it run on that band, widened by the
+// rows their neighbourhoods reach, and the rows outside keep the zero maps
+// they arrived with. The widening makes every band edge a row of class
+// other (or the region's edge), so each step gives the bytes it would give
+// on the whole region; the one difference, the chamfer's far value W*H
+// taken from the band's height, never wins a minimum (a first-pass
+// distance is at most 3 + 3y and 3 + 4x, below W*H + 3).
+
 namespace {
 
-// Converts every pixel to HLS and puts class, hue and saturation bytes in
-// place of its RGB.
-void ClassifyRegion(uint8_t* work, uint16_t* hls, size_t pixelCount, float tolerance) {
+struct Region {
+    const PipelineBuffers& buffers;
+    int32_t width, height;
+
+    ptrdiff_t RowStep() const { return 3 * static_cast<ptrdiff_t>(width); }
+    ptrdiff_t Pixel(int32_t y) const { return static_cast<ptrdiff_t>(y) * width; }
+};
+
+// Rows top..bottom; empty when top > bottom.
+struct RowBand {
+    int32_t top, bottom;
+
+    bool Empty() const { return top > bottom; }
+    int32_t Height() const { return bottom - top + 1; }
+    RowBand Widen(int32_t rows, int32_t height) const {
+        return {std::max(top - rows, 0), std::min(bottom + rows, height - 1)};
+    }
+};
+
+RowBand ClassifyRegion(const Region& region, float tolerance) {
     ClassThresholds thresholds;
     PrepareClassThresholds(tolerance, &thresholds);
-    for (size_t i = 0; i < 3 * pixelCount; i += 3) {
-        RgbToHls(work + i, hls + i);
-        const auto hue = static_cast<uint8_t>(hls[i]);
-        const auto saturation = static_cast<uint8_t>(hls[i + 2]);
-        work[i] =
-            ClassifyWithThresholds(thresholds, hue, saturation, static_cast<uint8_t>(hls[i + 1]));
-        work[i + 1] = hue;
-        work[i + 2] = saturation;
+    RowBand coloured{region.height, -1};
+    for (int32_t y = 0; y < region.height; ++y) {
+        if (ClassifyRow(region.buffers.work + 3 * region.Pixel(y),
+                        region.buffers.hls + 3 * region.Pixel(y), region.width, thresholds)) {
+            coloured.top = std::min(coloured.top, y);
+            coloured.bottom = y;
+        }
     }
+    return coloured;
 }
 
-// Corrects the pixels that carry weight, then turns every pixel back to RGB.
-void CorrectRegion(const PipelineBuffers& buffers, int32_t width, int32_t height, float darkening) {
+void MeasureAndGrow(const Region& region, RowBand coloured, float tolerance) {
+    const PipelineBuffers& b = region.buffers;
+    const int32_t width = region.width;
+    const ptrdiff_t rowStep = region.RowStep();
+    // Distance and depth see the classes before any growing.
+    ChamferDistance(b.work + 3 * region.Pixel(coloured.top), width, coloured.Height(),
+                    b.distance + region.Pixel(coloured.top));
+    const RowBand depth = coloured.Widen(2, region.height);
+    SmoothDistance(b.depth + region.Pixel(depth.top), b.distance + region.Pixel(depth.top), width,
+                   depth.Height());
+    const RowBand weak = coloured.Widen(1, region.height);
+    GrowIntoWeak(b.work + 3 * region.Pixel(weak.top), width, weak.Height(), rowStep,
+                 TruncateToInt32(tolerance / 40.0));
+    GrowAlongRows(b.hls + 3 * region.Pixel(coloured.top), b.work + 3 * region.Pixel(coloured.top),
+                  width, coloured.Height(), rowStep, TruncateToInt32(tolerance / 30.0 + 1.0));
+    const RowBand covered = coloured.Widen(3, region.height);
+    CoverageMaps(b.weight + region.Pixel(covered.top), b.coverage + region.Pixel(covered.top),
+                 b.work + 3 * region.Pixel(covered.top), width, covered.Height(), rowStep);
+}
+
+// Corrects the pixels that carry weight (two rows round the coloured band
+// at most), then turns every pixel back to RGB.
+void CorrectRegion(const Region& region, RowBand coloured, float darkening) {
+    const PipelineBuffers& b = region.buffers;
     const DarkeningTerms terms = MakeDarkeningTerms(darkening);
-    for (int32_t y = 0; y < height; ++y) {
-        const ptrdiff_t rowStart = static_cast<ptrdiff_t>(y) * width;
-        const uint8_t* weight = buffers.weight + rowStart;
-        const uint8_t* depth = buffers.depth + rowStart;
-        uint16_t* hls = buffers.hls + 3 * rowStart;
-        const ColumnSpan span = FindNonZeroSpan(weight, width, 1);
-        for (int32_t x = span.first; x <= span.last; ++x) {
-            CorrectPixel(hls + 3 * static_cast<ptrdiff_t>(x), weight[x], depth[x], terms);
+    const RowBand weighted = coloured.Empty() ? coloured : coloured.Widen(2, region.height);
+    for (int32_t y = 0; y < region.height; ++y) {
+        const ptrdiff_t start = region.Pixel(y);
+        uint16_t* hls = b.hls + 3 * start;
+        if (y >= weighted.top && y <= weighted.bottom) {
+            const uint8_t* weight = b.weight + start;
+            const ColumnSpan span = FindNonZeroSpan(weight, region.width, 1);
+            for (int32_t x = span.first; x <= span.last; ++x) {
+                CorrectPixel(hls + 3 * static_cast<ptrdiff_t>(x), weight[x], b.depth[start + x],
+                             terms);
+            }
         }
-        uint8_t* rgb = buffers.work + 3 * rowStart;
-        for (ptrdiff_t i = 0; i < 3 * static_cast<ptrdiff_t>(width); i += 3) {
-            HlsToRgb(hls + i, rgb + i);
-        }
+        HlsRowToRgb(hls, b.work + 3 * start, region.width);
     }
 }
 
@@ -53,14 +102,8 @@ void CorrectRegion(const PipelineBuffers& buffers, int32_t width, int32_t height
 void RunRedEyePipeline(const PipelineBuffers& buffers, int32_t width, int32_t height,
                        float tolerance, float darkening) {
     if (width <= 0 || height <= 0) return;
-    const ptrdiff_t rowStep = 3 * static_cast<ptrdiff_t>(width);
-    ClassifyRegion(buffers.work, buffers.hls, static_cast<size_t>(width) * height, tolerance);
-    // Distance and depth see the classes before any growing.
-    ChamferDistance(buffers.work, width, height, buffers.distance);
-    SmoothDistance(buffers.depth, buffers.distance, width, height);
-    GrowIntoWeak(buffers.work, width, height, rowStep, TruncateToInt32(tolerance / 40.0));
-    GrowAlongRows(buffers.hls, buffers.work, width, height, rowStep,
-                  TruncateToInt32(tolerance / 30.0 + 1.0));
-    CoverageMaps(buffers.weight, buffers.coverage, buffers.work, width, height, rowStep);
-    CorrectRegion(buffers, width, height, darkening);
+    const Region region{buffers, width, height};
+    const RowBand coloured = ClassifyRegion(region, tolerance);
+    if (!coloured.Empty()) MeasureAndGrow(region, coloured, tolerance);
+    CorrectRegion(region, coloured, darkening);
 }
