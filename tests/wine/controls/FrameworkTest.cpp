@@ -5,8 +5,6 @@
 
 #include "GuiTestSupport.h"
 #include "controls/ControlFramework.h"
-#include "controls/PlainControls.h"
-#include "controls/PreviewPaneClass.h"
 #include "controls/SpinEdit.h"
 #include "controls/ToolTip.h"
 #include "controls/Toolkit.h"
@@ -136,28 +134,6 @@ TEST_F(FrameworkTest, ClassesLiveFromSetUpToTearDownAndComeBackOnTheNextSetUp) {
     EXPECT_NE(MakeWindow(kSpinEditClassName), nullptr);
 }
 
-TEST_F(FrameworkTest, ControlFontIsBoldTwelvePixelArial) {
-    LOGFONTA font;
-    ASSERT_EQ(GetObjectA(ControlFont, sizeof font, &font), static_cast<int>(sizeof font));
-    EXPECT_EQ(font.lfHeight, 12);
-    EXPECT_EQ(font.lfWeight, FW_BOLD);
-    EXPECT_EQ(font.lfQuality, PROOF_QUALITY);
-    EXPECT_STREQ(font.lfFaceName, "Arial");
-    const COLORREF face = GetSysColor(COLOR_BTNFACE);
-    EXPECT_EQ(RGB(FaceColor.red, FaceColor.green, FaceColor.blue), face);
-}
-
-TEST_F(FrameworkTest, PreviewPaneClassHasTheMoveCursorAndTheOthersTheArrow) {
-    for (const char* name : kToolkitClassNames) {
-        WNDCLASSA info;
-        ASSERT_TRUE(GetClassInfoA(static_cast<HINSTANCE>(gModuleInstance), name, &info));
-        const bool pane = std::string(name) == kPreviewPaneClassName;
-        EXPECT_EQ(info.hCursor, LoadCursorA(nullptr, pane ? IDC_SIZEALL : IDC_ARROW)) << name;
-        EXPECT_EQ(info.hbrBackground, FaceBrush) << name;
-        EXPECT_EQ(info.cbWndExtra, 4) << name;
-    }
-}
-
 TEST_F(FrameworkTest, TemplateItemsGetFreshRecordsThatBindFindsAndOtherClassesDoNot) {
     TemplateBuilder builder(2);
     builder.AddItem("Spin Edit CPP", 1076, WS_TABSTOP, 10, 10, 52, 29);
@@ -254,25 +230,6 @@ TEST_F(FrameworkTest, WindowWithoutRecordBehavesAsDefaultWindow) {
     DestroyWindow(window);
     EXPECT_EQ(gRecordsFreed, 0);
     UnregisterClassA("Recordless CPP", instance);
-}
-
-TEST_F(FrameworkTest, UnplacedClassesAndCreationHelpersGiveRecordsWithDefaults) {
-    PlainControlRecord* rotor = nullptr;
-    PlainControlRecord* swatch = nullptr;
-    SpinEditRecord* field = nullptr;
-    SliderRecord* slider = nullptr;
-    EXPECT_NE(CreateRotor(Parent(), 11, 0, 0, 40, 40, &rotor), nullptr);
-    EXPECT_NE(CreateColorContainer(Parent(), 12, 50, 0, 40, 40, &swatch), nullptr);
-    HWND spin = CreateSpinEdit(Parent(), 13, 0, 50, 90, 48, &field);
-    EXPECT_NE(CreateSlider(Parent(), 14, 100, 50, 90, 20, &slider), nullptr);
-    ASSERT_TRUE(rotor && swatch && field && slider);
-    EXPECT_EQ(rotor->head.controlId, 11);
-    EXPECT_EQ(swatch->head.width, 40);
-    EXPECT_EQ(GetWindowLongA(spin, GWL_EXSTYLE) & WS_EX_CLIENTEDGE, WS_EX_CLIENTEDGE);
-    EXPECT_EQ(GetWindowLongA(spin, GWL_STYLE) & 0x56000000, 0x56000000);
-    EXPECT_EQ(slider->maximum, 100.0f);
-    EXPECT_EQ(slider->forwardRightClick, 0) << "only a spin edit's own slider forwards";
-    EXPECT_EQ(field->sliderRecord->forwardRightClick, 1);
 }
 
 TEST_F(FrameworkTest, ToolTipIsAWrappingBalloonWithTheHint) {

@@ -44,6 +44,13 @@ class SetValueDialogTest : public ToolkitTest {
         return [=](HWND dialog) { ClickButton(dialog, item); };
     }
 
+    void ExpectField(float value, float minimum, float maximum, const char* text) {
+        EXPECT_EQ(field->value, value);
+        EXPECT_EQ(field->minimum, minimum);
+        EXPECT_EQ(field->maximum, maximum);
+        EXPECT_EQ(WindowText(field->editBox), text);
+    }
+
     SpinEditRecord* field = nullptr;
 };
 
@@ -94,10 +101,7 @@ TEST_F(SetValueDialogTest, IntegerModeCutsFractionsInEveryField) {
              TypeAndLeave(IDC_NEW_MAXIMUM, "40.7"), Expect(IDC_NEW_MAXIMUM, "40"),
              TypeAndLeave(IDC_NEW_VALUE_1, "20.9"), Expect(IDC_NEW_VALUE_1, "20"), Click(IDOK)});
     EXPECT_EQ(result, IDOK);
-    EXPECT_EQ(field->minimum, 12.0f);
-    EXPECT_EQ(field->maximum, 40.0f);
-    EXPECT_EQ(field->value, 20.0f);
-    EXPECT_EQ(WindowText(field->editBox), "20");
+    ExpectField(20.0f, 12.0f, 40.0f, "20");
 }
 
 TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueAndPostsToTheParent) {
@@ -106,10 +110,7 @@ TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueAndPostsToTheParent) {
              TypeAndLeave(IDC_NEW_VALUE_1, "30"), Click(IDOK)});
     EXPECT_EQ(result, IDOK);
     PumpMessages();
-    EXPECT_EQ(field->minimum, 10.0f);
-    EXPECT_EQ(field->maximum, 60.0f);
-    EXPECT_EQ(field->value, 30.0f);
-    EXPECT_EQ(WindowText(field->editBox), "30.00");
+    ExpectField(30.0f, 10.0f, 60.0f, "30.00");
     const LRESULT range = SendMessageA(field->arrows, UDM_GETRANGE, 0, 0);
     EXPECT_EQ(LOWORD(range), 60);
     EXPECT_EQ(HIWORD(range), 10);
@@ -122,9 +123,7 @@ TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueAndPostsToTheParent) {
 TEST_F(SetValueDialogTest, UnchangedOkKeepsTheFieldButStillNotifies) {
     EXPECT_EQ(Run({Click(IDOK)}), IDOK);
     PumpMessages();
-    EXPECT_EQ(field->value, 50.0f);
-    EXPECT_EQ(field->minimum, 0.0f);
-    EXPECT_EQ(field->maximum, 100.0f);
+    ExpectField(50.0f, 0.0f, 100.0f, "50.00");
     EXPECT_EQ(Commands().size(), 1u);
 }
 
@@ -139,9 +138,7 @@ TEST_F(SetValueDialogTest, EnterAppliesTheTextAsTypedWithoutTheFieldCheck) {
     // The unchecked minimum 150 reached the range; setting the value 50
     // again then widened the range down to it. A checked field would have
     // been put back to 0.
-    EXPECT_EQ(field->minimum, 50.0f);
-    EXPECT_EQ(field->maximum, 100.0f);
-    EXPECT_EQ(field->value, 50.0f);
+    ExpectField(50.0f, 50.0f, 100.0f, "50.00");
 }
 
 TEST_F(SetValueDialogTest, CancelLeavesTheFieldExactlyAsItWas) {
@@ -152,10 +149,7 @@ TEST_F(SetValueDialogTest, CancelLeavesTheFieldExactlyAsItWas) {
              TypeAndLeave(IDC_NEW_VALUE_1, "9"), Click(IDCANCEL)});
     EXPECT_EQ(result, IDCANCEL);
     PumpMessages();
-    EXPECT_EQ(field->value, 37.0f);
-    EXPECT_EQ(field->minimum, 0.0f);
-    EXPECT_EQ(field->maximum, 100.0f);
-    EXPECT_EQ(WindowText(field->editBox), "37");
+    ExpectField(37.0f, 0.0f, 100.0f, "37");
     EXPECT_TRUE(Commands().empty());
 }
 
