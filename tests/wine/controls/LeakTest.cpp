@@ -115,7 +115,8 @@ TEST(ToolkitLeaks, TwoHundredCyclesLeaveObjectsWindowsAndMemoryAsTheyWere) {
         Cycle(i % 10 == 0);
     }
     const Usage after = Measure();
-    std::cout << "GDI objects " << before.gdiObjects << " -> " << after.gdiObjects << ", windows "
+    std::cout << "GetGuiResources: " << GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)
+              << "; GDI objects " << before.gdiObjects << " -> " << after.gdiObjects << ", windows "
               << before.windows << " -> " << after.windows << ", heap bytes " << before.heapBytes
               << " -> " << after.heapBytes << ", private bytes " << before.privateBytes << " -> "
               << after.privateBytes << "\n";
