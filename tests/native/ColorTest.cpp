@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
+#include "redeye/Classify.h"
 #include "redeye/Color.h"
 #include "tests/native/LiteralPipeline.h"
 
@@ -47,19 +50,51 @@ TEST(ColorConversion, KnownColoursAndTheirRoundTrips) {
     }
 }
 
-TEST(ColorConversion, MatchesPlainDivisionForEveryColour) {
-    Rgb rgb{};
-    Hls fast{}, plain{};
+// Every colour, pixel by pixel and eight at a time (the row classifier),
+// against the conversion written with plain divisions.
+TEST(ColorConversion, EveryColourConvertsLikePlainDivision) {
+    ClassThresholds thresholds;
+    PrepareClassThresholds(50, &thresholds);
+    std::vector<uint8_t> row(3 * 65536);
+    std::vector<uint16_t> rowHls(3 * 65536);
     int mismatches = 0;
     for (int r = 0; r < 256; ++r) {
-        for (int g = 0; g < 256; ++g) {
-            for (int b = 0; b < 256; ++b) {
-                rgb = {uint8_t(r), uint8_t(g), uint8_t(b)};
-                RgbToHls(rgb.data(), fast.data());
-                literal::RgbToHls(rgb.data(), plain.data());
-                if (fast != plain && ++mismatches <= 5) {
-                    ADD_FAILURE() << r << "," << g << "," << b;
-                }
+        for (int i = 0; i < 65536; ++i) {
+            row[3 * i] = uint8_t(r);
+            row[3 * i + 1] = uint8_t(i >> 8);
+            row[3 * i + 2] = uint8_t(i);
+        }
+        const std::vector<uint8_t> rgb = row;
+        ClassifyRow(row.data(), rowHls.data(), 65536, thresholds);
+        for (int i = 0; i < 65536; ++i) {
+            Hls plain, fast, eight;
+            literal::RgbToHls(&rgb[3 * i], plain.data());
+            RgbToHls(&rgb[3 * i], fast.data());
+            std::copy_n(&rowHls[3 * i], 3, eight.begin());
+            if ((fast != plain || eight != plain) && ++mismatches <= 5) {
+                ADD_FAILURE() << r << "," << (i >> 8) << "," << (i & 255);
+            }
+        }
+    }
+    EXPECT_EQ(mismatches, 0);
+}
+
+// Every hue, lightness and saturation the pipeline can hold, eight at a time.
+TEST(ColorConversion, RowConversionMatchesEveryTriple) {
+    std::vector<uint16_t> hls;
+    for (int s = 0; s <= 240; ++s)
+        for (int h = 0; h <= 240; ++h) hls.insert(hls.end(), {uint16_t(h), 0, uint16_t(s)});
+    const int count = int(hls.size() / 3);
+    std::vector<uint8_t> row(3 * count);
+    int mismatches = 0;
+    for (int l = 0; l <= 255; ++l) {
+        for (int i = 0; i < count; ++i) hls[3 * i + 1] = uint16_t(l);
+        HlsRowToRgb(hls.data(), row.data(), count);
+        for (int i = 0; i < count; ++i) {
+            Rgb single;
+            HlsToRgb(&hls[3 * i], single.data());
+            if (!std::equal(single.begin(), single.end(), &row[3 * i]) && ++mismatches <= 5) {
+                ADD_FAILURE() << hls[3 * i] << "," << l << "," << hls[3 * i + 2];
             }
         }
     }
