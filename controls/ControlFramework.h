@@ -11,15 +11,18 @@
 
 #include "controls/ControlRecord.h"
 
+// A control kind's message handler; it calls DefWindowProcA itself for what
+// it leaves alone.
+typedef LRESULT (*ControlHandler)(ControlRecord* record, HWND window, UINT message, WPARAM wParam,
+                                  LPARAM lParam);
+
 // How one control kind makes, serves and frees its record.
 struct ControlKind {
     // A new record with the kind's defaults, or null when memory is short.
     ControlRecord* (*create)();
     // Frees the kind's own resources, runs ReleaseControlRecord, frees the record.
     void (*destroy)(ControlRecord* record);
-    // The kind's message handler; calls DefWindowProcA itself for what it leaves alone.
-    LRESULT (*handle)
-    (ControlRecord* record, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    ControlHandler handle;
 };
 
 // Window procedure body shared by every toolkit class. A record passed in
