@@ -8,10 +8,12 @@
 namespace {
 
 // The fast pipeline against the literal one on random scenes, byte for byte.
+using Painter = void (*)(uint8_t*, int32_t, int32_t, uint32_t);
+
 void ExpectSameAsLiteral(int32_t width, int32_t height, uint32_t seed, float tolerance,
-                         float darkening) {
+                         float darkening, Painter paint = PaintScene) {
     RegionBuffers fast(width, height), plain(width, height);
-    PaintScene(fast.work.data(), width, height, seed);
+    paint(fast.work.data(), width, height, seed);
     plain.work = fast.work;
     RunRedEyePipeline(fast.View(), width, height, tolerance, darkening);
     literal::RunPipeline(plain.View(), width, height, tolerance, darkening);
@@ -42,6 +44,15 @@ TEST(Differential, ValuesBeyondTheDialogRange) {
 TEST(Differential, WholeNumberUserValues) {
     for (int value = 0; value <= 100; ++value) {
         ExpectSameAsLiteral(31, 23, 9000 + value, float(value), float(100 - value));
+    }
+}
+
+TEST(Differential, PatchesInSeparateRowBands) {
+    Random random(99);
+    for (uint32_t trial = 1; trial <= 60; ++trial) {
+        const int32_t width = random.Between(3, 40), height = random.Between(40, 240);
+        ExpectSameAsLiteral(width, height, 7000 + trial, random.Below(10001) / 100.0f,
+                            random.Below(10001) / 100.0f, PaintPatches);
     }
 }
 
