@@ -9,27 +9,29 @@
 
 namespace {
 
-TEST(ClassifyPixel, RedEdgesAtDefaultTolerance) {
-    // Pure red: rule B up to lightness 174; at 175 only the weak-red rules hold.
-    EXPECT_EQ(ClassifyPixel(0, 240, 174, 50), kClassRed);
-    EXPECT_EQ(ClassifyPixel(0, 240, 175, 50), kClassWeakRed);
-    // Top of the hue circle: rule A starts above 230 - 50/3 = 213.3.
-    EXPECT_EQ(ClassifyPixel(214, 240, 120, 50), kClassRed);
-    EXPECT_EQ(ClassifyPixel(213, 240, 120, 50), kClassWeakRed);
-    // A larger tolerance widens the hue window of rule A.
-    EXPECT_EQ(ClassifyPixel(213, 240, 120, 53), kClassRed);
-}
-
-TEST(ClassifyPixel, WeakRedEdges) {
-    // Rule E at hue 5 (f = 30) needs a saturation of f + 100 = 130.
-    EXPECT_EQ(ClassifyPixel(5, 130, 180, 50), kClassWeakRed);
-    EXPECT_EQ(ClassifyPixel(5, 129, 180, 50), kClassOther);
-    // Rule F: hue below 3, saturation above f + 50.
-    EXPECT_EQ(ClassifyPixel(0, 51, 120, 50), kClassWeakRed);
-    EXPECT_EQ(ClassifyPixel(0, 50, 120, 50), kClassOther);
-    // Rule I, light and very saturated.
-    EXPECT_EQ(ClassifyPixel(0, 240, 190, 50), kClassWeakRed);
-    EXPECT_EQ(ClassifyPixel(0, 240, 236, 50), kClassWeakRed);
+TEST(ClassifyPixel, RuleEdges) {
+    struct Case {
+        uint8_t h, s, l;
+        float t;
+        PixelClass expected;
+        const char* why;
+    };
+    const Case cases[] = {
+        {0, 240, 174, 50, kClassRed, "pure red: rule B up to lightness 174"},
+        {0, 240, 175, 50, kClassWeakRed, "at 175 only weak-red rules hold"},
+        {214, 240, 120, 50, kClassRed, "rule A above hue 230 - 50/3 = 213.3"},
+        {213, 240, 120, 50, kClassWeakRed, "below it rule H"},
+        {213, 240, 120, 53, kClassRed, "a larger tolerance widens rule A's hue window"},
+        {5, 130, 180, 50, kClassWeakRed, "rule E at hue 5 (f = 30): saturation f + 100"},
+        {5, 129, 180, 50, kClassOther, "one short of it"},
+        {0, 51, 120, 50, kClassWeakRed, "rule F: saturation above f + 50"},
+        {0, 50, 120, 50, kClassOther, "not above it"},
+        {0, 240, 190, 50, kClassWeakRed, "rule I: light and very saturated"},
+        {0, 240, 236, 50, kClassWeakRed, "rule I has no upper lightness"},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(ClassifyPixel(c.h, c.s, c.l, c.t), c.expected) << c.why;
+    }
 }
 
 TEST(ClassifyPixel, GreyIsOtherUpToTolerance300) {
