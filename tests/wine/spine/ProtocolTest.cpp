@@ -87,7 +87,8 @@ TEST_F(Protocol, BigDocumentRectanglesAreUsedOnlyWhenSwitchedOn) {
     host.ClearLog();
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_FALSE(host.log().serves[0].request.uses32Bit);
-    EXPECT_EQ(host.bigDocument().inRect32.right, 0) << "32-bit fields untouched";
+    ASSERT_NE(host.record().bigDocumentData, nullptr);
+    EXPECT_EQ(host.record().bigDocumentData->inRect32.right, 0) << "32-bit fields untouched";
 }
 
 }  // namespace
