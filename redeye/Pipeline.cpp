@@ -12,17 +12,24 @@
 #include "redeye/RowSpan.h"
 #include "redeye/Truncate.h"
 
-// Red and weak red are rare in a photo. Classification finds the bands of
-// rows that hold any; the steps after it run on each band, widened by the
-// rows their neighbourhoods reach (at most 3), and the rows outside keep
-// the zero maps they arrived with. The widening makes every band edge a
-// row of class other (or the region's edge), and bands closer than that
-// are merged, so each step gives the bytes it would give on the whole
-// region; the one difference, the chamfer's far value W*H taken from the
-// band's height, never wins a minimum (a first-pass distance is at most
-// 3 + 3y and 3 + 4x, below W*H + 3).
+// Red and weak red are rare in a photo. Classification runs down the region
+// and gathers the rows that hold any into bands; the steps after it run on
+// each band, widened by the rows their neighbourhoods reach (at most 3),
+// and the rows outside keep the zero maps they arrived with. The widening
+// makes every band edge a row of class other (or the region's edge), and
+// bands closer than twice that are merged, so each step gives the bytes it
+// would give on the whole region; the one difference, the chamfer's far
+// value W*H taken from the band's height, never wins a minimum (a
+// first-pass distance is at most 3 + 3y and 3 + 4x, below W*H + 3).
+//
+// A band is measured and corrected once classification has gone far enough
+// past it that no later row can join it, and a row goes back to RGB as soon
+// as no band can reach it, while it is still in the cache.
 
 namespace {
+
+constexpr int32_t kWidestReach = 3;
+constexpr int32_t kJoiningGap = 2 * kWidestReach + 1;
 
 struct Region {
     const PipelineBuffers& buffers;
@@ -42,39 +49,9 @@ struct RowBand {
     }
 };
 
-// The coloured bands in top-down order. Bands are merged when their
-// widened ranges would meet, or when there is no room for another.
-constexpr int32_t kWidestReach = 3;
-constexpr int kMaxBands = 32;
-
-struct ColouredBands {
-    RowBand band[kMaxBands];
-    int count = 0;
-
-    void AddRow(int32_t y) {
-        if (count > 0 &&
-            (y - band[count - 1].bottom <= 2 * kWidestReach + 1 || count == kMaxBands)) {
-            band[count - 1].bottom = y;
-        } else {
-            band[count++] = {y, y};
-        }
-    }
-};
-
-ColouredBands ClassifyRegion(const Region& region, float tolerance) {
-    ClassThresholds thresholds;
-    PrepareClassThresholds(tolerance, &thresholds);
-    ColouredBands coloured;
-    for (int32_t y = 0; y < region.height; ++y) {
-        if (ClassifyRow(region.buffers.work + 3 * region.Pixel(y),
-                        region.buffers.hls + 3 * region.Pixel(y), region.width, thresholds)) {
-            coloured.AddRow(y);
-        }
-    }
-    return coloured;
-}
-
-void MeasureAndGrow(const Region& region, RowBand coloured, float tolerance) {
+// Steps 2 to 7 on one band.
+void CorrectBand(const Region& region, RowBand coloured, float tolerance,
+                 const DarkeningTerms& darkening) {
     const PipelineBuffers& b = region.buffers;
     const int32_t width = region.width;
     const ptrdiff_t rowStep = region.RowStep();
@@ -92,28 +69,15 @@ void MeasureAndGrow(const Region& region, RowBand coloured, float tolerance) {
     const RowBand covered = coloured.Widen(kWidestReach, region.height);
     CoverageMaps(b.weight + region.Pixel(covered.top), b.coverage + region.Pixel(covered.top),
                  b.work + 3 * region.Pixel(covered.top), width, covered.Height(), rowStep);
-}
-
-// Corrects the pixels that carry weight (at most two rows round a coloured
-// band), then turns every pixel back to RGB.
-void CorrectRegion(const Region& region, const ColouredBands& coloured, float darkening) {
-    const PipelineBuffers& b = region.buffers;
-    const DarkeningTerms terms = MakeDarkeningTerms(darkening);
-    int next = 0;  // the first band whose weighted rows are not behind y
-    for (int32_t y = 0; y < region.height; ++y) {
+    // Weight reaches two rows beyond the band.
+    const RowBand weighted = coloured.Widen(2, region.height);
+    for (int32_t y = weighted.top; y <= weighted.bottom; ++y) {
         const ptrdiff_t start = region.Pixel(y);
-        uint16_t* hls = b.hls + 3 * start;
-        while (next < coloured.count && coloured.band[next].Widen(2, region.height).bottom < y)
-            ++next;
-        if (next < coloured.count && coloured.band[next].Widen(2, region.height).top <= y) {
-            const uint8_t* weight = b.weight + start;
-            const ColumnSpan span = FindNonZeroSpan(weight, region.width, 1);
-            for (int32_t x = span.first; x <= span.last; ++x) {
-                CorrectPixel(hls + 3 * static_cast<ptrdiff_t>(x), weight[x], b.depth[start + x],
-                             terms);
-            }
+        const uint8_t* weight = b.weight + start;
+        const ColumnSpan span = FindNonZeroSpan(weight, width, 1);
+        for (int32_t x = span.first; x <= span.last; ++x) {
+            CorrectPixel(b.hls + 3 * (start + x), weight[x], b.depth[start + x], darkening);
         }
-        HlsRowToRgb(hls, b.work + 3 * start, region.width);
     }
 }
 
@@ -123,7 +87,31 @@ void RunRedEyePipeline(const PipelineBuffers& buffers, int32_t width, int32_t he
                        float tolerance, float darkening) {
     if (width <= 0 || height <= 0) return;
     const Region region{buffers, width, height};
-    const ColouredBands coloured = ClassifyRegion(region, tolerance);
-    for (int i = 0; i < coloured.count; ++i) MeasureAndGrow(region, coloured.band[i], tolerance);
-    CorrectRegion(region, coloured, darkening);
+    ClassThresholds thresholds;
+    PrepareClassThresholds(tolerance, &thresholds);
+    const DarkeningTerms darkeningTerms = MakeDarkeningTerms(darkening);
+    const auto toRgb = [&region](int32_t y) {
+        HlsRowToRgb(region.buffers.hls + 3 * region.Pixel(y),
+                    region.buffers.work + 3 * region.Pixel(y), region.width);
+    };
+
+    RowBand open{0, -1};  // the band that later rows may still join; none when empty
+    const auto hasOpen = [&open] { return open.top <= open.bottom; };
+    int32_t converted = 0;  // rows above it are RGB again
+    for (int32_t y = 0; y < height; ++y) {
+        const bool coloured = ClassifyRow(buffers.work + 3 * region.Pixel(y),
+                                          buffers.hls + 3 * region.Pixel(y), width, thresholds);
+        if (hasOpen() && y - open.bottom > kJoiningGap) {
+            CorrectBand(region, open, tolerance, darkeningTerms);
+            open = {0, -1};
+        }
+        if (coloured) open = hasOpen() ? RowBand{open.top, y} : RowBand{y, y};
+        // No band reaches more than kWidestReach rows beyond its own.
+        for (const int32_t reached = (hasOpen() ? open.top : y + 1) - kWidestReach;
+             converted < reached; ++converted) {
+            toRgb(converted);
+        }
+    }
+    if (hasOpen()) CorrectBand(region, open, tolerance, darkeningTerms);
+    for (; converted < height; ++converted) toRgb(converted);
 }
