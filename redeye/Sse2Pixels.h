@@ -141,16 +141,23 @@ inline Pixels8 RgbToHls8(const Pixels8& rgb) {
         DivideWords(_mm_add_epi16(_mm_mullo_epi16(_mm_sub_epi16(max, middle), Words(40)),
                                   _mm_srli_epi16(delta, 1)),
                     _mm_max_epi16(delta, one));
-    const auto below = [&](__m128i channel) {
-        return Blend(_mm_cmpeq_epi16(channel, max), _mm_setzero_si128(),
-                     Blend(_mm_cmpeq_epi16(channel, min), Words(40), middleBelow));
-    };
-    const __m128i belowR = below(r), belowG = below(g), belowB = below(b);
-    const __m128i redHue = _mm_sub_epi16(belowB, belowG);
-    const __m128i greenHue = _mm_sub_epi16(_mm_add_epi16(Words(80), belowR), belowB);
-    const __m128i blueHue = _mm_sub_epi16(_mm_add_epi16(Words(160), belowG), belowR);
+    // With the maximum and the minimum channel known, the hue is a base plus
+    // or minus the middle channel's distance:
+    //   red max:   green min: -40 + q   else 40 - q
+    //   green max: red min:   120 - q   else 40 + q
+    //   blue max:  red min:   120 + q   else 200 - q
+    // (red beats a tie for the maximum, green beats blue; channels tied at
+    // the minimum give the same hue either way).
+    const __m128i redMax = _mm_cmpeq_epi16(r, max);
+    const __m128i greenMax = _mm_andnot_si128(redMax, _mm_cmpeq_epi16(g, max));
+    const __m128i greenMin = _mm_cmpeq_epi16(g, min), redMin = _mm_cmpeq_epi16(r, min);
+    const __m128i base = Blend(redMax, Blend(greenMin, Words(-40), Words(40)),
+                               Blend(greenMax, Blend(redMin, Words(120), Words(40)),
+                                     Blend(redMin, Words(120), Words(200))));
+    const __m128i subtract = Blend(redMax, _mm_andnot_si128(greenMin, Words(-1)),
+                                   Blend(greenMax, redMin, _mm_andnot_si128(redMin, Words(-1))));
     __m128i hue =
-        Blend(_mm_cmpeq_epi16(r, max), redHue, Blend(_mm_cmpeq_epi16(g, max), greenHue, blueHue));
+        _mm_add_epi16(base, _mm_sub_epi16(_mm_xor_si128(middleBelow, subtract), subtract));
     hue = _mm_add_epi16(hue, _mm_and_si128(_mm_cmplt_epi16(hue, _mm_setzero_si128()), Words(240)));
 
     const __m128i grey = _mm_cmpeq_epi16(delta, _mm_setzero_si128());
@@ -165,13 +172,12 @@ inline Pixels8 RgbToHls8(const Pixels8& rgb) {
 // and L*255/240 is L + L/16, exactly, for c, L >= 0.
 inline Pixels8 HlsToRgb8(const Pixels8& hls) {
     const __m128i hue = hls.c0, lightness = hls.c1, saturation = hls.c2;
+    // m2 is L + q below lightness 121 and L + S - q above, with
+    // q = (L*S + 120) / 240 (L*(240 + S) + 120 over 240 is L + q exactly).
+    const __m128i q =
+        DivideBy240(_mm_add_epi16(_mm_mullo_epi16(lightness, saturation), Words(120)));
     const __m128i lowerHalf = _mm_cmplt_epi16(lightness, Words(121));
-    const __m128i m2Lower = DivideBy240(_mm_add_epi16(
-        _mm_mullo_epi16(lightness, _mm_add_epi16(saturation, Words(240))), Words(120)));
-    const __m128i m2Upper = _mm_sub_epi16(
-        _mm_add_epi16(lightness, saturation),
-        DivideBy240(_mm_add_epi16(_mm_mullo_epi16(lightness, saturation), Words(120))));
-    const __m128i m2 = Blend(lowerHalf, m2Lower, m2Upper);
+    const __m128i m2 = _mm_add_epi16(lightness, Blend(lowerHalf, q, _mm_sub_epi16(saturation, q)));
     const __m128i m1 = _mm_sub_epi16(_mm_slli_epi16(lightness, 1), m2);
 
     const auto atLeast = [&hue](int16_t bound) { return _mm_cmpgt_epi16(hue, Words(bound - 1)); };
