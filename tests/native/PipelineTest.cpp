@@ -64,9 +64,10 @@ TEST(Pipeline, BorderPixelsOnlyMakeTheRoundTrip) {
     EXPECT_EQ(PixelAt(run.output, width, 5, 5), (Rgb{0, 0, 0}));
 }
 
-TEST(Pipeline, DarkeningZeroOnlyDesaturates) {
+TEST(Pipeline, ToleranceAndDarkeningZeroStillDesaturateRed) {
     const Outcome run = Correct(12, 10, 0, 0, kPupil);
-    // Lightness 118 kept, saturation 0: grey 118 * 255 / 240.
+    // Rule A holds at tolerance 0; darkening 0 keeps lightness 118 and the
+    // core loses its saturation: grey 118 * 255 / 240.
     for (int y = 2; y < 8; ++y) {
         for (int x = 2; x < 10; ++x) EXPECT_EQ(PixelAt(run.output, 12, x, y), (Rgb{125, 125, 125}));
     }
