@@ -2,13 +2,14 @@
 # make test   - build everything and run every test (native and under Wine)
 # make bench  - native release benchmark of the red-eye pipeline
 # make bench-host - one real run on a 24-megapixel photo through the test host under Wine
+# make release - the download out/quorvex-<version>-win32.zip (module, manual, INSTALL.txt)
 SHELL := /bin/bash
 JOBS ?= 2
 NATIVE := build/native
 BENCH := build/bench
 WIN := build/win
 
-.PHONY: all deps native win test test-native test-wine demo bench bench-host format clean
+.PHONY: all deps native win test test-native test-wine demo release bench bench-host format clean
 
 all: native win
 
@@ -33,6 +34,9 @@ test: test-native test-wine
 
 demo: win
 	bash scripts/demo.sh $(WIN)
+
+release: demo
+	bash scripts/release.sh $(WIN)
 
 bench: deps
 	cmake -S . -B $(BENCH) -DCMAKE_BUILD_TYPE=Release -DQUORVEX_SANITIZE=OFF >/dev/null
