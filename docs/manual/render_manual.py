@@ -127,8 +127,8 @@ class Manual:
         if path is None:
             self.missing.append(name)
             height = width * PLACEHOLDER_ASPECT
-            box = Table([[Paragraph(f"Picture to come:<br/>{escape(name)}", self.styles["caption"])]],
-                        colWidths=[width], rowHeights=[height])
+            label = Paragraph(f"Picture to come:<br/>{escape(name)}", self.styles["caption"])
+            box = Table([[label]], colWidths=[width], rowHeights=[height])
             box.setStyle(TableStyle([("BOX", (0, 0), (-1, -1), 0.8, FRAME),
                                      ("BACKGROUND", (0, 0), (-1, -1), colors.whitesmoke),
                                      ("VALIGN", (0, 0), (-1, -1), "MIDDLE")]))
@@ -224,12 +224,12 @@ class Manual:
         return story
 
 
-def footer(version):
+def footer(text):
     def draw(canvas, doc):
         canvas.saveState()
         canvas.setFont("Sans", 8)
         canvas.setFillColor(colors.dimgrey)
-        canvas.drawString(2 * cm, 1.2 * cm, f"Quorvex {version} \u2014 user manual")
+        canvas.drawString(2 * cm, 1.2 * cm, text)
         canvas.drawRightString(A4[0] - 2 * cm, 1.2 * cm, str(doc.page))
         canvas.restoreState()
     return draw
@@ -262,17 +262,18 @@ def main():
     register_fonts()
     manual = Manual(args.pictures)
     pdf = io.BytesIO()
+    title = converter.Meta["title"][0]
     doc = SimpleDocTemplate(pdf, pagesize=A4, leftMargin=2 * cm, rightMargin=2 * cm,
-                            topMargin=2 * cm, bottomMargin=2 * cm,
-                            title=f"{converter.Meta['title'][0]} user manual",
+                            topMargin=2 * cm, bottomMargin=2 * cm, title=f"{title} user manual",
                             author="Velmora Imaging", subject=converter.Meta["subtitle"][0])
     doc.build(manual.story(converter.Meta, body, args.version),
-              onLaterPages=footer(args.version))
+              onLaterPages=footer(f"{title} {args.version} \u2014 user manual"))
     write_if_changed(args.output, pdf.getvalue())
     if args.missing:
         write_if_changed(args.missing, "".join(f"{name}\n" for name in manual.missing).encode())
-    for name in manual.missing:
-        print(f"manual: {name} not taken yet, a placeholder stands in", file=sys.stderr)
+    if manual.missing:
+        print(f"manual: placeholders for {', '.join(manual.missing)} (pictures not taken yet)",
+              file=sys.stderr)
 
 
 if __name__ == "__main__":

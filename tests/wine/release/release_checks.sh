@@ -77,7 +77,8 @@ check_zip() {
     local unpacked
     unpacked=$(mktemp -d)
     unzip -q "$zip" -d "$unpacked"
-    cmp -s "$unpacked/KorvanthePhoto.pdf" "$manual" || fail "the download's manual is not the one built"
+    cmp -s "$unpacked/KorvanthePhoto.pdf" "$manual" ||
+        fail "the download's manual is not the one built"
     local headers
     headers=$(i686-w64-mingw32-objdump -p "$unpacked/Korvanthe.8bf")
     grep -q "file format pei-i386" <<<"$headers" && grep -qw ENTRYPOINT <<<"$headers" &&
@@ -86,8 +87,8 @@ check_zip() {
     local install=$unpacked/INSTALL.txt
     grep -q $'\r$' "$install" && ! grep -qv $'\r$' "$install" ||
         fail "INSTALL.txt does not have Windows line ends"
-    mentions "INSTALL.txt" "$(tr -d '\r' <"$install")" "Quorvex $version" "Korvanthe.8bf" "KorvanthePhoto.pdf" \
-        "Plug-ins" "32-bit" "Filter > Velmora > Quorvex..."
+    mentions "INSTALL.txt" "$(tr -d '\r' <"$install")" "Quorvex $version" "Korvanthe.8bf" \
+        "KorvanthePhoto.pdf" "Plug-ins" "32-bit" "Filter > Velmora > Quorvex..."
     rm -rf "$unpacked"
 }
 
