@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+struct PreviewPaneRecord;
+
 // True exactly while the main dialog exists: every run then is a preview run.
 extern bool dialogOpen;
 // Full-scale previews are not offered: this stays false, so a preview run
@@ -17,3 +19,6 @@ extern int32_t previewPaneHeight;
 extern void* previewProgressWindow;
 // Sampling scale of the preview pictures; a real run resets it to 1.
 extern float sharedPreviewScale;
+// The main dialog's detail pane while the dialog exists; the navigator
+// sizes its frame from it.
+extern PreviewPaneRecord* activeDetailPane;
