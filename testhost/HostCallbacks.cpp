@@ -22,6 +22,7 @@ void TestHost::ProgressProc(int32_t done, int32_t total) {
 
 OSErr TestHost::AdvanceStateProc() {
     if (active_ == nullptr || active_->recordBytes_.empty()) return paramErr;
+    if (active_->settings.advanceStateError != noErr) return active_->settings.advanceStateError;
     return active_->Serve(ServeRecord::kAdvanceState);
 }
 

@@ -57,6 +57,8 @@ struct HostSettings {
 
     // ---- Callbacks ----
     bool advanceState = true;
+    // Non-zero: advanceState delivers nothing and answers this error.
+    OSErr advanceStateError = noErr;
     bool displayPixels = true;
     ColorServicesMode colorServices = ColorServicesMode::kAnswering;
     int abortFromPoll = 0;  // abortProc answers true from this poll on (1-based); 0 never
