@@ -118,7 +118,10 @@ void DescriptorSuite::BeginRun(const HostSettings& settings) {
     parameters_.recordInfo = plugInDialogOptional;
     parameters_.writeDescriptorProcs = nullSuites ? nullptr : &writeProcs_;
     parameters_.readDescriptorProcs = nullSuites ? nullptr : &readProcs_;
-    if (settings.playDescriptor) parameters_.descriptor = MakeDescriptor(*settings.playDescriptor);
+    // Without the suite there is no block to hand the descriptor in.
+    if (settings.playDescriptor && present_) {
+        parameters_.descriptor = MakeDescriptor(*settings.playDescriptor);
+    }
 }
 
 PIDescriptorParameters* DescriptorSuite::Parameters() { return present_ ? &parameters_ : nullptr; }

@@ -49,6 +49,7 @@ struct HostSettings {
     OSType hostSig = kPhotoshopSignature;
     int32_t maxSpace = 64 * 1024 * 1024;
     std::optional<int16_t> imageMode;       // default: gray/RGB by planes and depth
+    std::optional<int32_t> depth;           // the record's depth field; default: the image's
     std::optional<int16_t> filterCase;      // default: 1, or 2 with a mask
     std::optional<VRect> filterRect;        // default: the whole image
     bool bigDocument = false;               // offer bigDocumentData

@@ -145,7 +145,7 @@ void TestHost::FillRecord() {
     r.inTileWidth = r.outTileWidth = r.maskTileWidth = r.absTileWidth = r.imageSize.h;
     r.descriptorParameters = descriptors_.Parameters();
     r.errorString = &errorString_;
-    r.depth = image_.Depth();
+    r.depth = settings.depth.value_or(image_.Depth());
     r.bigDocumentData = settings.bigDocument ? &bigDocument_ : nullptr;
     if (recordSize_ >= sizeof(FilterRecord)) r.maxSpace64 = settings.maxSpace;
 
