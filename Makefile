@@ -3,13 +3,21 @@
 # make bench  - native release benchmark of the red-eye pipeline
 # make bench-host - one real run on a 24-megapixel photo through the test host under Wine
 # make release - the download out/quorvex-<version>-win32.zip (module, manual, INSTALL.txt)
+# make soak   - the long randomized host campaign under Wine: SOAK_COUNT configurations,
+#               headless unless SOAK_HEADLESS=0; SOAK_SEED=N replays a campaign
+# make fuzz   - libFuzzer runs of the pixel code under ASan/UBSan, FUZZ_SECONDS per target
 SHELL := /bin/bash
 JOBS ?= 2
 NATIVE := build/native
 BENCH := build/bench
 WIN := build/win
+FUZZ := build/fuzz
+SOAK_COUNT ?= 100000
+SOAK_HEADLESS ?= 1
+FUZZ_SECONDS ?= 300
 
-.PHONY: all deps native win test test-native test-wine demo release bench bench-host format clean
+.PHONY: all deps native win test test-native test-wine demo release bench bench-host soak fuzz format \
+	clean
 
 all: native win
 
@@ -46,6 +54,14 @@ bench: deps
 bench-host: win
 	bash scripts/wine-prefix.sh
 	cd $(WIN) && . ../../scripts/wine-env.sh && wine bench/host/host_run_bench.exe
+
+soak: win
+	SOAK_HEADLESS=$(SOAK_HEADLESS) bash tests/wine/robust/soak.sh $(WIN) $(SOAK_COUNT) $(JOBS)
+
+fuzz: deps
+	cmake -S tests/fuzz/libfuzzer -B $(FUZZ) -DCMAKE_CXX_COMPILER=clang++ >/dev/null
+	cmake --build $(FUZZ) -j$(JOBS)
+	bash tests/fuzz/run.sh $(FUZZ) $(FUZZ_SECONDS)
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

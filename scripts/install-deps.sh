@@ -10,7 +10,7 @@ have_pkg() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok
 # manual (8 packages, about 5 MB installed).
 PKGS="g++-mingw-w64-i686-posix wine wine32:i386 xvfb xauth fonts-wine imagemagick \
 cmake make g++ googletest libgtest-dev libbenchmark-dev clang-format python3 poppler-utils \
-zip unzip python3-markdown python3-reportlab fonts-dejavu-core"
+zip unzip python3-markdown python3-reportlab fonts-dejavu-core clang libclang-rt-14-dev"
 
 for p in $PKGS; do have_pkg "$p" || need+=("$p"); done
 [ -x /usr/lib/wine/wine ] || need+=("wine32:i386")

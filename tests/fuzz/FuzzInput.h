@@ -1,0 +1,74 @@
+// Reads a fuzzer's bytes as the values a target needs; past the end every
+// read gives zero, so any input is a complete case.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+namespace fuzz {
+
+class FuzzInput {
+  public:
+    FuzzInput(const uint8_t* data, size_t size) : data_(data), size_(size) {}
+
+    uint8_t Byte() { return position_ < size_ ? data_[position_++] : 0; }
+    uint16_t Word() { return static_cast<uint16_t>(Byte() | (Byte() << 8)); }
+    uint32_t Bits32() {
+        return static_cast<uint32_t>(Word()) | (static_cast<uint32_t>(Word()) << 16);
+    }
+    // A value in [lo, hi].
+    int32_t Between(int32_t lo, int32_t hi) {
+        const uint32_t span = static_cast<uint32_t>(hi - lo) + 1;
+        return lo + static_cast<int32_t>(Bits32() % span);
+    }
+    int32_t Pick4(int32_t a, int32_t b, int32_t c, int32_t d) {
+        const int32_t values[] = {a, b, c, d};
+        return values[Byte() % 4];
+    }
+    // The floats a host may keep in the stored record: the special values
+    // often, any bit pattern sometimes, ordinary user values otherwise.
+    float UserValue() {
+        switch (Byte() % 10) {
+            case 0:
+                return std::numeric_limits<float>::quiet_NaN();
+            case 1:
+                return std::numeric_limits<float>::infinity();
+            case 2:
+                return -std::numeric_limits<float>::infinity();
+            case 3:
+                return 1e30f;
+            case 4:
+                return -1e30f;
+            case 5: {
+                const uint32_t bits = Bits32();
+                float value;
+                std::memcpy(&value, &bits, sizeof value);
+                return value;
+            }
+            case 6:
+                return static_cast<float>(static_cast<int16_t>(Word())) / 64.0f;
+            default:
+                return static_cast<float>(Byte() % 101);
+        }
+    }
+    // The unread rest of the input.
+    const uint8_t* Rest() const { return data_ + position_; }
+    size_t RestSize() const { return size_ - position_; }
+
+  private:
+    const uint8_t* data_;
+    size_t size_;
+    size_t position_ = 0;
+};
+
+// Stops the run with a message: a check of the target failed.
+inline void Require(bool condition, const char* what) {
+    if (condition) return;
+    std::fprintf(stderr, "check failed: %s\n", what);
+    std::abort();
+}
+
+}  // namespace fuzz
