@@ -19,10 +19,16 @@ void CopySamples(const HostArea& area, int32_t inRowStep, int32_t outRowStep) {
     auto* out = reinterpret_cast<Sample*>(area.out);
     int32_t samples = 3 + (area.planes >= 4 ? 1 : 0) + (area.planes == 5 ? 1 : 0);
     samples = std::min(samples, area.planes);
+    // The depth field is the host's word, the row bytes are its buffers: a
+    // host that says 16 bits and hands 8-bit rows gets no more pixels per
+    // row than the rows hold.
+    const int32_t pixelBytes = area.planes * static_cast<int32_t>(sizeof(Sample));
+    const int32_t columns =
+        std::min({area.width, area.inRowBytes / pixelBytes, area.outRowBytes / pixelBytes});
     for (int32_t y = 0; y < area.height; ++y) {
         const Sample* src = in + static_cast<intptr_t>(y) * inRowStep;
         Sample* dst = out + static_cast<intptr_t>(y) * outRowStep;
-        for (int32_t x = 0; x < area.width; ++x) {
+        for (int32_t x = 0; x < columns; ++x) {
             const intptr_t pixel = static_cast<intptr_t>(x) * area.planes;
             for (int32_t s = 0; s < samples; ++s) dst[pixel + s] = src[pixel + s];
         }
