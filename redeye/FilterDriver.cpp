@@ -38,6 +38,13 @@ int32_t TruncateToInt(double value) {
     return static_cast<int32_t>(value);
 }
 
+// a + b without overflow: the view position comes from the stored record,
+// which may hold anything.
+int32_t SaturatingSum(int32_t a, int32_t b) {
+    const int64_t sum = int64_t{a} + b;
+    return static_cast<int32_t>(std::clamp<int64_t>(sum, INT32_MIN, INT32_MAX));
+}
+
 struct View {
     int32_t originX;
     int32_t originY;
@@ -88,8 +95,8 @@ void FindRegion(const FilterRecord& filterRecord, FilterParameters& parameters, 
         if (preview) {
             parameters.viewLeft = TruncateToInt(parameters.viewX);
             parameters.viewTop = TruncateToInt(parameters.viewY);
-            parameters.viewRight = parameters.viewLeft + copyWidth;
-            parameters.viewBottom = parameters.viewTop + copyHeight;
+            parameters.viewRight = SaturatingSum(parameters.viewLeft, copyWidth);
+            parameters.viewBottom = SaturatingSum(parameters.viewTop, copyHeight);
         }
         parameters.viewState = kViewStoredRect;
     } else if (!preview) {
@@ -115,10 +122,14 @@ void FindRegion(const FilterRecord& filterRecord, FilterParameters& parameters, 
 // The region's right column and bottom row (the selection's largest x and y)
 // are outside it: the box's last column and row keep their input pixels.
 void CorrectRegion(const HostArea& area, const FilterParameters& parameters, const View& view) {
+    // The clamped right and bottom edges lie inside the area, so a region
+    // with positive extent fits in 32 bits; a stored left or top edge past
+    // them (or any garbage a host kept) gives none.
+    const int64_t width = int64_t{parameters.viewRight} - parameters.viewLeft;
+    const int64_t height = int64_t{parameters.viewBottom} - parameters.viewTop;
+    if (width <= 0 || height <= 0) return;
     const RegionPlacement region{parameters.viewLeft, parameters.viewTop,
-                                 parameters.viewRight - parameters.viewLeft,
-                                 parameters.viewBottom - parameters.viewTop};
-    if (region.width <= 0 || region.height <= 0) return;
+                                 static_cast<int32_t>(width), static_cast<int32_t>(height)};
     WorkingBuffers buffers(region.width, region.height);
     if (!buffers.Allocated()) return;
     FillWorkImage(area, region, buffers.Get().work);
