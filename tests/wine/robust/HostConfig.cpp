@@ -138,11 +138,16 @@ void ChooseImage(Random& random, HostConfig& c) {
              : mask <= 65 ? MaskKind::kOnePixel
              : mask <= 80 ? MaskKind::kTouchingEdges
                           : MaskKind::kBox;
+    const int left = static_cast<int>(random.Between(0, c.width - 1));
+    const int top = static_cast<int>(random.Between(0, c.height - 1));
     if (random.Percent(10)) {
-        const int left = static_cast<int>(random.Between(0, c.width - 1));
-        const int top = static_cast<int>(random.Between(0, c.height - 1));
         s.filterRect = VRect{top, left, static_cast<int32_t>(random.Between(top + 1, c.height)),
                              static_cast<int32_t>(random.Between(left + 1, c.width))};
+    } else if (random.Percent(3)) {
+        // Nothing to filter: no width, no height, or upside down.
+        s.filterRect =
+            random.Pick({VRect{top, left, c.height, left}, VRect{top, left, top, c.width},
+                         VRect{c.height, c.width, top, left}});
     }
 }
 

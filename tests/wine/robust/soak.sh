@@ -21,7 +21,7 @@ campaign='
   for ((j = 0; j < JOBS; j++)); do
     first=$((j * PER)); n=$((COUNT - first < PER ? COUNT - first : PER))
     (cd "$DIR" && nice wine robust_campaign.exe --seed "$SEED" --first $first --count $n \
-       --largest-side 2000 --band-bytes 16000000 --bands 24 $SOAK_ARGS > soak-$j.log 2>&1) &
+       --largest-side 400 --band-bytes 8000000 --bands 12 $SOAK_ARGS > soak-$j.log 2>&1) &
     pids+=($!)
   done
   rc=0
