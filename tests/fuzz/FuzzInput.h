@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <limits>
+
+#include "tests/fuzz/HostileFloats.h"
 
 namespace fuzz {
 
@@ -31,28 +31,11 @@ class FuzzInput {
     // The floats a host may keep in the stored record: the special values
     // often, any bit pattern sometimes, ordinary user values otherwise.
     float UserValue() {
-        switch (Byte() % 10) {
-            case 0:
-                return std::numeric_limits<float>::quiet_NaN();
-            case 1:
-                return std::numeric_limits<float>::infinity();
-            case 2:
-                return -std::numeric_limits<float>::infinity();
-            case 3:
-                return 1e30f;
-            case 4:
-                return -1e30f;
-            case 5: {
-                const uint32_t bits = Bits32();
-                float value;
-                std::memcpy(&value, &bits, sizeof value);
-                return value;
-            }
-            case 6:
-                return static_cast<float>(static_cast<int16_t>(Word())) / 64.0f;
-            default:
-                return static_cast<float>(Byte() % 101);
-        }
+        const uint8_t kind = Byte() % 16;
+        if (kind < hostile::kSpecialFloatCount) return hostile::kSpecialFloats[kind];
+        if (kind == 12) return hostile::FloatFromBits(Bits32());
+        if (kind == 13) return static_cast<float>(static_cast<int16_t>(Word())) / 64.0f;
+        return static_cast<float>(Byte() % 101);
     }
     // The unread rest of the input.
     const uint8_t* Rest() const { return data_ + position_; }

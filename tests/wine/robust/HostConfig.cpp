@@ -1,12 +1,11 @@
 #include "tests/wine/robust/HostConfig.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <sstream>
 
+#include "tests/fuzz/HostileFloats.h"
 #include "tests/wine/robust/Random.h"
 
 namespace robust {
@@ -19,32 +18,12 @@ using testhost::HostSettings;
 constexpr int64_t kLargestDocumentBytes = 80LL * 1024 * 1024;
 
 float WildFloat(Random& random, float lo, float hi) {
-    switch (random.Between(0, 11)) {
-        case 0:
-            return std::numeric_limits<float>::quiet_NaN();
-        case 1:
-            return std::numeric_limits<float>::infinity();
-        case 2:
-            return -std::numeric_limits<float>::infinity();
-        case 3:
-            return 1e30f;
-        case 4:
-            return -1e30f;
-        case 5:
-            return random.Percent(50) ? FLT_MAX : -FLT_MAX;
-        case 6:
-            return -0.0f;
-        case 7:
-            return std::numeric_limits<float>::denorm_min();
-        case 8: {
-            const auto bits = static_cast<uint32_t>(random.Next());
-            float value;
-            std::memcpy(&value, &bits, sizeof value);
-            return value;
-        }
-        default:
-            return lo + (hi - lo) * static_cast<float>(random.Between(0, 1 << 20)) / (1 << 20);
+    const int64_t kind = random.Between(0, hostile::kSpecialFloatCount + 3);
+    if (kind < hostile::kSpecialFloatCount) return hostile::kSpecialFloats[kind];
+    if (kind == hostile::kSpecialFloatCount) {
+        return hostile::FloatFromBits(static_cast<uint32_t>(random.Next()));
     }
+    return lo + (hi - lo) * static_cast<float>(random.Between(0, 1 << 20)) / (1 << 20);
 }
 
 // A user value: mostly in the dialog's range, often anything a float holds.
