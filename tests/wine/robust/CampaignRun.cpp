@@ -46,7 +46,8 @@ bool ValidResult(OSErr result, const HostConfig& config) {
         case filterBadParameters:
             return true;
         default:
-            return result == config.settings.readerCloseError;
+            return result == config.settings.readerCloseError ||
+                   result == config.settings.advanceStateError;
     }
 }
 

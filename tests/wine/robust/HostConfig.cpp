@@ -153,6 +153,7 @@ void ChooseServices(Random& random, HostConfig& c) {
     s.hostSets32BitCoordinates = s.bigDocument && random.Percent(50);
     s.hostWindow = random.Percent(90);
     s.advanceState = random.Percent(70);
+    if (random.Percent(5)) s.advanceStateError = random.Pick<OSErr>({memFullErr, paramErr, -1, 1});
     s.displayPixels = random.Percent(80);
     s.colorServices = random.Pick({testhost::ColorServicesMode::kAnswering,
                                    testhost::ColorServicesMode::kUnsupported,
