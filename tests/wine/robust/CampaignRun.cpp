@@ -1,6 +1,6 @@
 #include "tests/wine/robust/CampaignRun.h"
 
-#include <algorithm>
+#include <string>
 
 #include "plugin/FilterParameters.h"
 #include "testhost/TestHost.h"
