@@ -30,14 +30,6 @@ Capture CaptureFrom(HDC source, POINT origin, int width, int height) {
     return capture;
 }
 
-// Windows paint into surfaces of their own, which reach the screen when the
-// thread next waits for messages after a short while.
-void FlushToScreen() {
-    Sleep(60);
-    MSG message;
-    PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE);
-}
-
 }  // namespace
 
 Capture CaptureClient(HWND window) {
@@ -50,16 +42,19 @@ Capture CaptureClient(HWND window) {
     return capture;
 }
 
+// Read from the window's own device context rather than from the screen:
+// Wine copies a window's drawing to the screen only from time to time, so
+// the screen may still show the dialog half drawn; the window's surface
+// holds everything that was painted.
 Capture CaptureWindow(HWND window) {
     RedrawWindow(window, nullptr, nullptr,
                  RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    FlushToScreen();
     RECT frame;
     GetWindowRect(window, &frame);
-    HDC screen = GetDC(nullptr);
-    Capture capture = CaptureFrom(screen, POINT{frame.left, frame.top}, frame.right - frame.left,
-                                  frame.bottom - frame.top);
-    ReleaseDC(nullptr, screen);
+    HDC dc = GetWindowDC(window);
+    Capture capture =
+        CaptureFrom(dc, POINT{0, 0}, frame.right - frame.left, frame.bottom - frame.top);
+    ReleaseDC(window, dc);
     return capture;
 }
 

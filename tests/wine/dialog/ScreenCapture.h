@@ -16,7 +16,7 @@ struct Capture {
 
 // The client area, painted now.
 Capture CaptureClient(HWND window);
-// The whole window with its frame and caption, painted now.
+// The whole window with its frame, caption and controls, all painted now.
 Capture CaptureWindow(HWND window);
 
 // Saves the capture as QUORVEX_ARTIFACT_DIR\<name>.png.

@@ -2,6 +2,9 @@
 // at open, after zooming in twice, and after dragging the detail pane.
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 #include "DialogRun.h"
 #include "Portrait.h"
 #include "ScreenCapture.h"
@@ -17,11 +20,36 @@ void SelectEyeBand(Portrait& portrait) {
     portrait.image.SelectRect(middle - 450, left.top, 900, left.bottom - left.top);
 }
 
+// A control left unpainted shows only the dialog's plain face in its area;
+// every control of this dialog draws a frame, a text or a picture.
+void ExpectEveryControlDrawn(HWND dialog, const Capture& picture, const char* name) {
+    RECT window;
+    GetWindowRect(dialog, &window);
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsWindowVisible(child)) continue;
+        RECT area;
+        GetWindowRect(child, &area);
+        std::set<uint32_t> colours;
+        for (int y = area.top - window.top; y < area.bottom - window.top; ++y) {
+            for (int x = area.left - window.left; x < area.right - window.left; ++x) {
+                colours.insert(picture.At(x, y));
+            }
+        }
+        char text[64] = {};
+        GetWindowTextA(child, text, sizeof text);
+        EXPECT_GT(colours.size(), 1u)
+            << name << ": control " << GetDlgCtrlID(child) << " \"" << text << "\" is not drawn";
+    }
+}
+
 void Save(HWND dialog, const char* name) {
     // Wine's virtual desktop leaves the dialog drawn inactive; draw it as
     // the window the user works in.
     SendMessageA(dialog, WM_NCACTIVATE, TRUE, 0);
-    EXPECT_TRUE(SaveCapture(CaptureWindow(dialog), name));
+    const Capture picture = CaptureWindow(dialog);
+    ExpectEveryControlDrawn(dialog, picture, name);
+    EXPECT_TRUE(SaveCapture(picture, name));
 }
 
 TEST(DialogPictures, OpenZoomedAndDragged) {
