@@ -7,7 +7,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 
 #include "dialog/PreviewState.h"
@@ -16,6 +15,7 @@
 #include "plugin/Messages.h"
 #include "redeye/HostArea.h"
 #include "redeye/Pipeline.h"
+#include "redeye/RunGeometry.h"
 #include "redeye/WorkingBuffers.h"
 
 // Values of the last run, published for the dialog and the preview panes.
@@ -29,50 +29,6 @@ int32_t gOutRowBytes = 0;
 namespace {
 
 constexpr UINT kProgressSetPosition = WM_USER + 2;
-
-// Float to int, truncating toward zero; values no int can hold saturate.
-int32_t TruncateToInt(double value) {
-    if (std::isnan(value)) return 0;
-    if (value >= 2147483647.0) return INT32_MAX;
-    if (value <= -2147483648.0) return INT32_MIN;
-    return static_cast<int32_t>(value);
-}
-
-// a + b without overflow: the view position comes from the stored record,
-// which may hold anything.
-int32_t SaturatingSum(int32_t a, int32_t b) {
-    const int64_t sum = int64_t{a} + b;
-    return static_cast<int32_t>(std::clamp<int64_t>(sum, INT32_MIN, INT32_MAX));
-}
-
-struct View {
-    int32_t originX;
-    int32_t originY;
-    int32_t width;
-    int32_t height;
-};
-
-View RealRunView() { return View{0, 0, gAreaWidth, gAreaHeight}; }
-
-// The part of the image the detail pane shows at the stored zoom.
-View PreviewView(const FilterParameters& parameters) {
-    View view{TruncateToInt(parameters.viewX), TruncateToInt(parameters.viewY), 0, 0};
-    const double zoom = parameters.viewScale;
-    view.width = std::min<int32_t>(previewPaneWidth, TruncateToInt(gAreaWidth / zoom));
-    view.height = std::min<int32_t>(previewPaneHeight, TruncateToInt(gAreaHeight / zoom));
-    if (zoom != 1.0) {
-        view.width = TruncateToInt(view.width * zoom);
-        view.height = TruncateToInt(view.height * zoom);
-    }
-    return view;
-}
-
-void ClampOrigin(View& view) {
-    if (view.originX >= gAreaWidth - view.width) view.originX = gAreaWidth - view.width - 1;
-    if (view.originY >= gAreaHeight - view.height) view.originY = gAreaHeight - view.height - 1;
-    view.originX = std::max(view.originX, 0);
-    view.originY = std::max(view.originY, 0);
-}
 
 // The mask covers the area unless the host handed a smaller one.
 SelectionBounds ScanSelection(const FilterRecord& filterRecord) {
@@ -93,10 +49,12 @@ void FindRegion(const FilterRecord& filterRecord, FilterParameters& parameters, 
                 int32_t copyWidth, int32_t copyHeight) {
     if (parameters.viewState <= 0 && !gMaskPresent) {
         if (preview) {
-            parameters.viewLeft = TruncateToInt(parameters.viewX);
-            parameters.viewTop = TruncateToInt(parameters.viewY);
-            parameters.viewRight = SaturatingSum(parameters.viewLeft, copyWidth);
-            parameters.viewBottom = SaturatingSum(parameters.viewTop, copyHeight);
+            const RegionEdges visible =
+                VisibleRegion(parameters.viewX, parameters.viewY, copyWidth, copyHeight);
+            parameters.viewLeft = visible.left;
+            parameters.viewTop = visible.top;
+            parameters.viewRight = visible.right;
+            parameters.viewBottom = visible.bottom;
         }
         parameters.viewState = kViewStoredRect;
     } else if (!preview) {
@@ -113,23 +71,24 @@ void FindRegion(const FilterRecord& filterRecord, FilterParameters& parameters, 
             parameters.viewY = static_cast<float>(box.minY);
         }
     }
-    if (parameters.viewLeft < 0) parameters.viewLeft = 0;
-    if (parameters.viewTop < 0) parameters.viewTop = 0;
-    if (parameters.viewRight >= gAreaWidth) parameters.viewRight = gAreaWidth - 1;
-    if (parameters.viewBottom >= gAreaHeight) parameters.viewBottom = gAreaHeight - 1;
+    RegionEdges edges{parameters.viewLeft, parameters.viewTop, parameters.viewRight,
+                      parameters.viewBottom};
+    ClampRegionEdges(edges, gAreaWidth, gAreaHeight);
+    parameters.viewLeft = edges.left;
+    parameters.viewTop = edges.top;
+    parameters.viewRight = edges.right;
+    parameters.viewBottom = edges.bottom;
 }
 
 // The region's right column and bottom row (the selection's largest x and y)
 // are outside it: the box's last column and row keep their input pixels.
-void CorrectRegion(const HostArea& area, const FilterParameters& parameters, const View& view) {
-    // The clamped right and bottom edges lie inside the area, so a region
-    // with positive extent fits in 32 bits; a stored left or top edge past
-    // them (or any garbage a host kept) gives none.
-    const int64_t width = int64_t{parameters.viewRight} - parameters.viewLeft;
-    const int64_t height = int64_t{parameters.viewBottom} - parameters.viewTop;
-    if (width <= 0 || height <= 0) return;
-    const RegionPlacement region{parameters.viewLeft, parameters.viewTop,
-                                 static_cast<int32_t>(width), static_cast<int32_t>(height)};
+void CorrectRegion(const HostArea& area, const FilterParameters& parameters, const RunView& view) {
+    RegionPlacement region{};
+    if (!PlaceRegion(RegionEdges{parameters.viewLeft, parameters.viewTop, parameters.viewRight,
+                                 parameters.viewBottom},
+                     region)) {
+        return;
+    }
     WorkingBuffers buffers(region.width, region.height);
     if (!buffers.Allocated()) return;
     FillWorkImage(area, region, buffers.Get().work);
@@ -184,8 +143,11 @@ void RunFilter(FilterGlobals* globals, int flag) {
         return;
     }
 
-    View view = preview ? PreviewView(*parameters) : RealRunView();
-    ClampOrigin(view);
+    RunView view =
+        preview ? PreviewRunView(parameters->viewX, parameters->viewY, parameters->viewScale,
+                                 previewPaneWidth, previewPaneHeight, gAreaWidth, gAreaHeight)
+                : RunView{0, 0, gAreaWidth, gAreaHeight};
+    ClampViewOrigin(view, gAreaWidth, gAreaHeight);
     const int32_t copyWidth = std::min(view.width, gAreaWidth);
     const int32_t copyHeight = std::min(view.height, gAreaHeight);
     CopyView(area, view.originX, view.originY, copyWidth, copyHeight);

@@ -10,7 +10,7 @@ build=${1:?build folder}
 seconds=${2:-300}
 total=0
 rc=0
-for target in pipeline host_area; do
+for target in pipeline host_area run; do
     corpus="$build/corpus-$target"
     log="$build/fuzz-$target.log"
     mkdir -p "$corpus"
