@@ -37,9 +37,9 @@ void CoverRow(uint8_t* coverage, const uint8_t* classes, ptrdiff_t rowStep, Colu
     }
 }
 
-// The weights are whole sums below 2^24 divided by 12: the single-precision
-// sum of the host's filter is exact, and truncating the double quotient is
-// the integer quotient.
+// The weights are whole sums below 2^24 divided by 12: accumulated in single
+// precision they would be exact, and truncating the double quotient is the
+// integer quotient.
 void WeighRow(uint8_t* weight, const uint8_t* coverage, ptrdiff_t mapStep, ColumnSpan span) {
     const uint8_t* above = coverage - mapStep;
     const uint8_t* below = coverage + mapStep;

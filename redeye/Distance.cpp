@@ -10,7 +10,7 @@ namespace {
 constexpr uint8_t kAnyClass = 0x03;
 
 // Distances are unsigned entries compared as signed 32-bit values; the sums
-// wrap like the host's 32-bit arithmetic instead of overflowing.
+// are taken unsigned and reinterpreted, so they wrap instead of overflowing.
 inline int32_t Plus(uint32_t value, uint32_t step) { return static_cast<int32_t>(value + step); }
 
 // A row of the distance map, or of class bytes, with the region's outside
@@ -43,7 +43,8 @@ int32_t Min5(int32_t a, int32_t b, int32_t c, int32_t d, int32_t e) {
 
 // The first pass runs right to left although it reads the left-hand
 // neighbours, which therefore still hold their starting value (0, or the far
-// value W*H for red and weak red): kept so, as the host's filter does it.
+// value W*H for red and weak red). This direction is intended and kept: it
+// decides the distances the depth map and the darkening are built from.
 // Starting values are not stored; they follow from the class bytes.
 void ChamferDistance(const uint8_t* work, int32_t width, int32_t height, uint32_t* distance) {
     if (width <= 0 || height <= 0) return;

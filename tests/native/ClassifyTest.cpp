@@ -51,8 +51,8 @@ TEST(ClassifyPixel, ReddishHueWindow) {
     EXPECT_EQ(IsReddishHue(hues[4]), 2);
 }
 
-// The whole-number thresholds prepared once per region against the rules
-// as written, over every hue, saturation and lightness byte.
+// The whole-number thresholds prepared once per region against the float
+// rules, over every hue, saturation and lightness byte.
 TEST(ClassifyPixel, PreparedThresholdsFollowTheRulesForEveryByte) {
     ClassThresholds thresholds;
     PrepareClassThresholds(50, &thresholds);

@@ -1,6 +1,7 @@
-// A plain, slow red-eye pipeline written straight from the algorithm's
-// description: full sweeps over the whole region, one per step, divisions
-// where the text divides. The fast pipeline must give the same bytes.
+// A plain, slow red-eye pipeline: one full sweep over the whole region per
+// step, and the float rules and divisions themselves where the fast code
+// uses prepared thresholds, tables and spans. The fast pipeline must give
+// the same bytes.
 #pragma once
 
 #include <cstdint>
