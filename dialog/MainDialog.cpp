@@ -124,6 +124,13 @@ extern "C" INT_PTR CALLBACK DissolveProc(HWND dialog, UINT message, WPARAM wPara
             if (wParam != VK_F1) return FALSE;
             OpenWithShell(dialog, gMainDialog.documentationPath);
             return TRUE;
+        case WM_HELP:
+            // F1 goes to the control that has the focus (the dialog hands
+            // the focus on to a control); the system turns it into this
+            // request, which travels up to the dialog, and from the boxes
+            // that the dialog owns, such as About, to it too.
+            OpenWithShell(dialog, gMainDialog.documentationPath);
+            return TRUE;
         case WM_DESTROY:
             OnDestroy(dialog);
             return TRUE;

@@ -4,6 +4,8 @@
 
 #include <cstring>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "DialogRun.h"
 #include "Portrait.h"
@@ -146,6 +148,80 @@ TEST_F(DialogCommands, F1AndTheLinksOpenWithTheShell) {
     EXPECT_EQ(shell.Calls()[0].file, documentation);
     EXPECT_EQ(shell.Calls()[1].file, documentation);
     EXPECT_EQ(shell.Calls()[2].file, "https://www.velmora-imaging.com/");
+}
+
+// F1 as the keyboard delivers it: to the window that has the focus.
+void PressF1(HWND dialog, HWND focus) {
+    SetForegroundWindow(dialog);
+    SetFocus(focus);
+    INPUT keys[2] = {};
+    keys[0].type = INPUT_KEYBOARD;
+    keys[0].ki.wVk = VK_F1;
+    keys[1] = keys[0];
+    keys[1].ki.dwFlags = KEYEVENTF_KEYUP;
+    EXPECT_EQ(SendInput(2, keys, sizeof(INPUT)), 2u);
+}
+
+// The key reaches the dialog's loop once the step is over; the next step
+// sees what it did.
+TEST_F(DialogCommands, F1OpensTheDocumentationWhereverTheFocusIs) {
+    ShellRecorder shell(LoadedModule());
+    ASSERT_TRUE(shell.Active());
+    const std::vector<std::pair<const char*, HWND (*)(HWND)>> targets = {
+        {"Tolerance field", [](HWND dialog) { return FieldOf(dialog, IDC_TOLERANCE)->editBox; }},
+        {"Darkening field", [](HWND dialog) { return FieldOf(dialog, IDC_DARKENING)->editBox; }},
+        {"OK button", [](HWND dialog) { return GetDlgItem(dialog, IDOK); }},
+    };
+    std::vector<DialogStep> steps;
+    for (size_t i = 0; i < targets.size(); ++i) {
+        const auto& [name, target] = targets[i];
+        steps.push_back([target = target](HWND dialog) { PressF1(dialog, target(dialog)); });
+        steps.push_back([&shell, name = name, calls = i + 1](HWND) {
+            EXPECT_EQ(shell.Calls().size(), calls) << "after F1 in the " << name;
+        });
+    }
+    HWND shown = nullptr;
+    steps.push_back([&shown](HWND dialog) {
+        shown = dialog;
+        SendCommand(dialog, IDOK);
+    });
+    run.Run(steps);
+    ASSERT_EQ(shell.Calls().size(), targets.size());
+    for (const ShellCall& call : shell.Calls()) {
+        EXPECT_EQ(call.window, shown);
+        EXPECT_EQ(call.verb, "open");
+        EXPECT_EQ(call.file, DocumentationPathOf(LoadedModule()));
+        EXPECT_EQ(call.show, SW_SHOWNORMAL);
+    }
+}
+
+void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(box, timer);
+    EndDialog(box, IDOK);
+}
+
+// The About box passes F1 on to the dialog that owns it.
+TEST_F(DialogCommands, F1InTheAboutBoxOpensTheDocumentation) {
+    ShellRecorder shell(LoadedModule());
+    bool aboutShown = false;
+    run.host.OnDialog(IDOK, [&aboutShown](HWND about) {
+        aboutShown = true;
+        PressF1(about, GetDlgItem(about, IDOK));
+        // Closed after the key: timers come after keyboard input.
+        SetTimer(about, 1, 1, CloseBox);
+    });
+    HWND shown = nullptr;
+    run.Run({
+        [&shown](HWND dialog) {
+            shown = dialog;
+            SendCommand(dialog, IDC_ABOUT);
+            SendCommand(dialog, IDOK);
+        },
+    });
+    EXPECT_TRUE(aboutShown);
+    ASSERT_EQ(shell.Calls().size(), 1u);
+    EXPECT_EQ(shell.Calls()[0].window, shown);
+    EXPECT_EQ(shell.Calls()[0].file, DocumentationPathOf(LoadedModule()));
 }
 
 TEST(DocumentationPath, FolderIsFoundByLengthNotBySeparator) {
