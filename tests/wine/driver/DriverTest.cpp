@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "ExpectedPixels.h"
 #include "plugin/FilterParameters.h"
-#include "redeye/Pipeline.h"
 #include "testhost/TestHost.h"
 
 namespace {
@@ -35,34 +37,143 @@ Image Portrait(int width, int height, int planes) {
     return image;
 }
 
-// The expected document: the region [left, right) x [top, bottom) run
-// through the pipeline, everything else as it was.
-Image Corrected(const Image& in, int left, int top, int right, int bottom, float tolerance,
-                float darkening) {
-    const int w = right - left;
-    const int h = bottom - top;
-    std::vector<uint8_t> work(w * h * 3), weight(w * h), coverage(w * h), depth(w * h);
-    std::vector<uint16_t> hls(w * h * 3);
-    std::vector<uint32_t> distance(w * h);
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) {
-            for (int c = 0; c < 3; ++c) {
-                work[(y * w + x) * 3 + c] = static_cast<uint8_t>(in.Sample(left + x, top + y, c));
-            }
-        }
-    }
-    const PipelineBuffers buffers{work.data(),   hls.data(),      distance.data(),
-                                  weight.data(), coverage.data(), depth.data()};
-    RunRedEyePipeline(buffers, w, h, tolerance, darkening);
-    Image out = in;
-    for (int y = 0; y < h; ++y) {
-        for (int x = 0; x < w; ++x) {
-            for (int c = 0; c < 3; ++c)
-                out.SetSample(left + x, top + y, c, work[(y * w + x) * 3 + c]);
-        }
-    }
-    return out;
+std::vector<std::string> Captions(testhost::TestHost& host) {
+    std::vector<std::string> captions;
+    for (const auto& dialog : host.log().dialogs) captions.push_back(dialog.caption);
+    return captions;
 }
+
+// ---- Every image kind in both protocols, with and without a selection ----
+
+enum class Protocol { kWholeImage, kBands };
+
+// A 90 x 60 document. In bands of 20 rows the module asks for rows 20..59,
+// then 40..79 (the rows below the image come padded, their mask selected)
+// and filters each band in its own call. A selection within rows 20..39 is
+// therefore corrected as in whole-image mode, and the second band puts the
+// rows it shares with the first back to their input.
+constexpr int kWidth = 90;
+constexpr int kHeight = 60;
+constexpr int kBandRows = 20;
+constexpr int kBands = 2;
+
+void UseProtocol(testhost::TestHost& host, Protocol protocol) {
+    const int planes = host.image().Planes();
+    host.settings.advanceState = protocol == Protocol::kWholeImage;
+    // The module sizes its bands from one mask byte and an input and an
+    // output byte per plane for each pixel of a row.
+    if (protocol == Protocol::kBands)
+        host.settings.maxSpace = kBandRows * kWidth * (1 + 2 * planes);
+}
+
+// The selected rectangle x 18..67, y 20..38: the region corrected is
+// x 18..66, y 20..37 (the box's largest x and y are its exclusive edge).
+void Select(Image& image) { image.SelectRect(18, 20, 50, 19); }
+constexpr PixelBox kRegion{18, 20, 67, 38};
+
+struct ImageKind {
+    const char* name;
+    int planes;
+    int depth;
+    int16_t mode;
+    // The mode passes the check: the region is corrected and completion is
+    // reported. 48-bit RGB is corrected byte-wise, as if its bytes were
+    // 8-bit samples three to a pixel.
+    bool processed;
+    // Message boxes of one filter call, with and without a selection.
+    std::vector<std::string> boxesWithSelection;
+    std::vector<std::string> boxesWithoutSelection;
+};
+
+const ImageKind kImageKinds[] = {
+    {"Rgb", 3, 8, plugInModeRGBColor, true, {}, {"Notice"}},
+    {"RgbWithAlpha", 4, 8, plugInModeRGBColor, true, {}, {"Notice"}},
+    {"RgbWithAlphaAndExtra", 5, 8, plugInModeRGBColor, true, {}, {"Notice"}},
+    {"Rgb48", 3, 16, plugInModeRGB48, true, {}, {"Notice"}},
+    {"Grey", 1, 8, plugInModeGrayScale, false, {"WARNING", "Sory"}, {"WARNING", "Sory"}},
+    {"Grey16", 1, 16, plugInModeGray16, false, {"WARNING", "Sory"}, {"WARNING", "Sory"}},
+    {"Cmyk", 4, 8, plugInModeCMYKColor, false, {"Sory"}, {"Sory"}},
+};
+
+Image ImageOf(const ImageKind& kind) {
+    if (kind.depth == 8 && kind.mode == plugInModeRGBColor) {
+        return Portrait(kWidth, kHeight, kind.planes);
+    }
+    Image image(kWidth, kHeight, kind.planes, kind.depth);
+    image.FillNoise(9);
+    return image;
+}
+
+const std::map<std::string, std::string> kBoxTexts = {
+    {"WARNING", "Color mode should be RGB!"},
+    {"Sory", "dont support this image mode"},
+};
+
+using KindProtocolSelection = std::tuple<ImageKind, Protocol, bool>;
+
+class EveryImageKind : public ::testing::TestWithParam<KindProtocolSelection> {};
+
+TEST_P(EveryImageKind, FiltersTheDocumentAsItsModeAndSelectionSay) {
+    const auto& [kind, protocol, selected] = GetParam();
+    testhost::TestHost host;
+    ASSERT_TRUE(host.Load(QUORVEX_MODULE_PATH)) << host.LoadError();
+    host.image() = ImageOf(kind);
+    if (selected) Select(host.image());
+    host.settings.imageMode = kind.mode;
+    UseProtocol(host, protocol);
+
+    const testhost::RunReport report = host.Run();
+    ASSERT_TRUE(report.Ok());
+    const int filterCalls = protocol == Protocol::kBands ? kBands : 1;
+    EXPECT_EQ(report.continueCalls, protocol == Protocol::kBands ? kBands : 0);
+
+    const Image expected =
+        kind.processed && selected ? Corrected(host.image(), kRegion) : host.image();
+    EXPECT_EQ(testhost::DescribeDifference(host.output(), expected), "");
+    if (kind.processed && selected) {
+        EXPECT_NE(testhost::CountDifferentSamples(host.output(), host.image()), 0u);
+    }
+
+    std::vector<std::string> boxes;
+    for (int call = 0; call < filterCalls; ++call) {
+        const auto& ofOneCall = selected ? kind.boxesWithSelection : kind.boxesWithoutSelection;
+        boxes.insert(boxes.end(), ofOneCall.begin(), ofOneCall.end());
+    }
+    EXPECT_EQ(Captions(host), boxes);
+    for (const testhost::ShownDialog& box : host.log().dialogs) {
+        const auto text = kBoxTexts.find(box.caption);
+        if (text != kBoxTexts.end()) {
+            EXPECT_EQ(box.texts, std::vector<std::string>{text->second});
+        }
+    }
+
+    // Each call that gets past the mode check reports completion as 0 of 100.
+    ASSERT_EQ(host.log().progress.size(), kind.processed ? size_t(filterCalls) : 0u);
+    for (const testhost::ProgressRecord& progress : host.log().progress) {
+        EXPECT_EQ(progress.done, 0);
+        EXPECT_EQ(progress.total, 100);
+    }
+    if (kind.processed) {
+        EXPECT_EQ(host.ParametersAs<FilterParameters>()->viewState,
+                  selected ? kViewSelectionBox : kViewStoredRect);
+    }
+    EXPECT_EQ(host.log().faults, std::vector<std::string>{});
+}
+
+std::string CaseName(const ::testing::TestParamInfo<KindProtocolSelection>& info) {
+    const auto& [kind, protocol, selected] = info.param;
+    return std::string(kind.name) + (protocol == Protocol::kBands ? "InBands" : "WholeImage") +
+           (selected ? "WithSelection" : "WithoutSelection");
+}
+
+INSTANTIATE_TEST_SUITE_P(RealRun, EveryImageKind,
+                         ::testing::Combine(::testing::ValuesIn(kImageKinds),
+                                            ::testing::Values(Protocol::kWholeImage,
+                                                              Protocol::kBands),
+                                            ::testing::Bool()),
+                         CaseName);
+
+// ---- Single cases ----
 
 class RealRun : public ::testing::Test {
   protected:
@@ -70,39 +181,9 @@ class RealRun : public ::testing::Test {
     void TearDown() override { EXPECT_EQ(host.log().faults, std::vector<std::string>{}); }
 
     FilterParameters* Parameters() { return host.ParametersAs<FilterParameters>(); }
-    std::vector<std::string> Captions() {
-        std::vector<std::string> captions;
-        for (const auto& dialog : host.log().dialogs) captions.push_back(dialog.caption);
-        return captions;
-    }
 
     testhost::TestHost host;
 };
-
-TEST_F(RealRun, CorrectsTheSelectionBoxInBothProtocolsAndEveryPlaneCount) {
-    for (int planes : {3, 4, 5}) {
-        for (bool wholeImage : {true, false}) {
-            SCOPED_TRACE(std::to_string(planes) + " planes, " +
-                         (wholeImage ? "whole image" : "bands"));
-            testhost::TestHost run;
-            ASSERT_TRUE(run.Load(QUORVEX_MODULE_PATH));
-            run.image() = Portrait(90, 60, planes);
-            // Box x 18..67, y 20..38. In bands, the rows below the image come
-            // padded with a selected mask; a box ending above the second band
-            // (rows 40..79) keeps those rows out of the image.
-            run.image().SelectRect(18, 20, 50, 19);
-            run.settings.advanceState = wholeImage;
-            // Bands of 20 rows: the bands requested are rows 20..59 and 40..79.
-            run.settings.maxSpace = wholeImage ? (1 << 30) : 20 * (90 + 2 * 90 * planes);
-            ASSERT_TRUE(run.Run().Ok());
-            // The box's last column and row (x 67, y 38) are outside the region.
-            const Image expected = Corrected(run.image(), 18, 20, 67, 38, 50.0f, 50.0f);
-            EXPECT_EQ(testhost::DescribeDifference(run.output(), expected), "");
-            EXPECT_NE(testhost::CountDifferentSamples(run.output(), run.image()), 0u);
-            EXPECT_EQ(run.log().faults, std::vector<std::string>{});
-        }
-    }
-}
 
 TEST_F(RealRun, UsesTheStoredToleranceAndDarkening) {
     host.image() = Portrait(80, 40, 3);
@@ -113,33 +194,12 @@ TEST_F(RealRun, UsesTheStoredToleranceAndDarkening) {
     Parameters()->darkening = 10.0f;
     ASSERT_TRUE(host.RunFromPrepare().Ok());
     EXPECT_EQ(testhost::DescribeDifference(host.output(),
-                                           Corrected(host.image(), 10, 8, 69, 32, 90.0f, 10.0f)),
+                                           Corrected(host.image(), {10, 8, 69, 32}, 90.0f, 10.0f)),
               "");
     EXPECT_EQ(Parameters()->viewState, kViewSelectionBox);
     EXPECT_EQ(Parameters()->viewLeft, 10);
     EXPECT_EQ(Parameters()->viewRight, 69);
     EXPECT_EQ(Parameters()->imageTouched, 1);
-}
-
-TEST_F(RealRun, ReportsCompletionOnceAsZeroOfAHundred) {
-    host.image() = Portrait(40, 30, 3);
-    host.image().SelectRect(5, 5, 30, 20);
-    ASSERT_TRUE(host.Run().Ok());
-    ASSERT_EQ(host.log().progress.size(), 1u);
-    EXPECT_EQ(host.log().progress[0].done, 0);
-    EXPECT_EQ(host.log().progress[0].total, 100);
-}
-
-TEST_F(RealRun, AlphaAndExtraChannelsAreNeverChanged) {
-    host.image() = Portrait(60, 40, 5);
-    host.image().SelectRect(0, 0, 60, 40);
-    ASSERT_TRUE(host.Run().Ok());
-    for (int y = 0; y < 40; ++y) {
-        for (int x = 0; x < 60; ++x) {
-            ASSERT_EQ(host.output().Sample(x, y, 3), host.image().Sample(x, y, 3));
-            ASSERT_EQ(host.output().Sample(x, y, 4), host.image().Sample(x, y, 4));
-        }
-    }
 }
 
 TEST_F(RealRun, ASelectionAtTheRightAndBottomEdgesIsClampedInside) {
@@ -148,9 +208,8 @@ TEST_F(RealRun, ASelectionAtTheRightAndBottomEdgesIsClampedInside) {
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_EQ(Parameters()->viewRight, 49);
     EXPECT_EQ(Parameters()->viewBottom, 29);
-    EXPECT_EQ(testhost::DescribeDifference(host.output(),
-                                           Corrected(host.image(), 20, 10, 49, 29, 50.0f, 50.0f)),
-              "");
+    EXPECT_EQ(
+        testhost::DescribeDifference(host.output(), Corrected(host.image(), {20, 10, 49, 29})), "");
     EXPECT_TRUE(testhost::SameOutside(host.output(), host.image(), 20, 10, 29, 19));
 }
 
@@ -163,82 +222,20 @@ TEST_F(RealRun, AOnePixelWideSelectionChangesNothing) {
     EXPECT_TRUE(host.log().dialogs.empty());
 }
 
-TEST_F(RealRun, WithoutASelectionTheNoticeShowsAndTheStoredRegionIsUsed) {
+// Without a selection the notice shows and the region the last preview left
+// in the parameters is corrected.
+TEST_F(RealRun, WithoutASelectionTheStoredRegionIsCorrected) {
     host.image() = Portrait(40, 30, 3);
-    ASSERT_TRUE(host.Run().Ok());
-    EXPECT_EQ(Captions(), std::vector<std::string>{"Notice"});
-    EXPECT_EQ(Parameters()->viewState, kViewStoredRect);
-    // A new record's stored region is empty: nothing changes.
-    EXPECT_EQ(testhost::DescribeDifference(host.output(), host.image()), "");
-
-    // A region a preview left behind is corrected on the next real run.
+    host.settings.parameters = testhost::ParametersCall::kNever;
+    ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
     Parameters()->viewLeft = 4;
     Parameters()->viewTop = 6;
     Parameters()->viewRight = 36;
     Parameters()->viewBottom = 24;
-    host.ClearLog();
-    ASSERT_TRUE(host.Run().Ok());
-    EXPECT_EQ(testhost::DescribeDifference(host.output(),
-                                           Corrected(host.image(), 4, 6, 36, 24, 50.0f, 50.0f)),
+    ASSERT_TRUE(host.RunFromPrepare().Ok());
+    EXPECT_EQ(Captions(host), std::vector<std::string>{"Notice"});
+    EXPECT_EQ(testhost::DescribeDifference(host.output(), Corrected(host.image(), {4, 6, 36, 24})),
               "");
-}
-
-TEST_F(RealRun, AGreyImageGetsBothWarningsAndPassesThrough) {
-    host.image() = Image(30, 20, 1);
-    host.image().FillNoise(3);
-    host.image().SelectRect(2, 2, 20, 10);
-    ASSERT_TRUE(host.Run().Ok());
-    EXPECT_EQ(Captions(), (std::vector<std::string>{"WARNING", "Sory"}));
-    ASSERT_EQ(host.log().dialogs.size(), 2u);
-    EXPECT_EQ(host.log().dialogs[0].texts, std::vector<std::string>{"Color mode should be RGB!"});
-    EXPECT_EQ(host.log().dialogs[1].texts,
-              std::vector<std::string>{"dont support this image mode"});
-    EXPECT_EQ(testhost::DescribeDifference(host.output(), host.image()), "");
-    EXPECT_TRUE(host.log().progress.empty()) << "an unsupported mode returns without a signal";
-}
-
-TEST_F(RealRun, CmykAndSixteenBitGreyPassThroughUnchanged) {
-    for (auto [planes, depth, mode] :
-         {std::tuple{4, 8, plugInModeCMYKColor}, std::tuple{1, 16, plugInModeGray16}}) {
-        testhost::TestHost run;
-        ASSERT_TRUE(run.Load(QUORVEX_MODULE_PATH));
-        run.image() = Image(24, 16, planes, depth);
-        run.image().FillNoise(5);
-        run.image().SelectRect(1, 1, 20, 10);
-        run.settings.imageMode = mode;
-        ASSERT_TRUE(run.Run().Ok());
-        EXPECT_EQ(testhost::DescribeDifference(run.output(), run.image()), "") << mode;
-        EXPECT_EQ(run.log().dialogs.back().caption, "Sory");
-    }
-}
-
-// 48-bit RGB passes the mode check and its bytes are processed as if they
-// were 8-bit samples, three bytes to a pixel.
-TEST_F(RealRun, FortyEightBitRgbIsProcessedByteWise) {
-    host.image() = Image(20, 12, 3, 16);
-    host.image().FillNoise(9);
-    host.image().SelectRect(0, 0, 20, 12);
-    host.settings.imageMode = plugInModeRGB48;
-    ASSERT_TRUE(host.Run().Ok());
-
-    // The region is 19 x 11 "pixels" of the raw bytes, rows of 120 bytes.
-    const int w = 19, h = 11, rowBytes = 20 * 3 * 2;
-    Image expectedImage = host.image();
-    std::vector<uint8_t> work(w * h * 3), weight(w * h), coverage(w * h), depth(w * h);
-    std::vector<uint16_t> hls(w * h * 3);
-    std::vector<uint32_t> distance(w * h);
-    const uint8_t* raw = host.image().Data();
-    for (int y = 0; y < h; ++y) {
-        for (int i = 0; i < w * 3; ++i) work[y * w * 3 + i] = raw[y * rowBytes + i];
-    }
-    RunRedEyePipeline(
-        {work.data(), hls.data(), distance.data(), weight.data(), coverage.data(), depth.data()}, w,
-        h, 50.0f, 50.0f);
-    for (int y = 0; y < h; ++y) {
-        for (int i = 0; i < w * 3; ++i)
-            expectedImage.Data()[y * rowBytes + i] = work[y * w * 3 + i];
-    }
-    EXPECT_EQ(testhost::DescribeDifference(host.output(), expectedImage), "");
 }
 
 }  // namespace
