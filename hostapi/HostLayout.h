@@ -1,10 +1,118 @@
-// Compile-time checks of the 32-bit layout of the host interface. A wrong
-// offset here means the module would read the wrong host field.
+// Compile-time checks of our declarations against the host's binary
+// interface: the numbers it passes, and the 32-bit layout of its records. A
+// wrong value here means the module would misread the host.
 #pragma once
 
 #include "FilterRecord.h"
+#include "HostConstants.h"
 #include "HostSuites.h"
 #include "HostTypes.h"
+
+// The numbers the host passes and expects.
+#define HOSTAPI_VALUE(name, value) static_assert((name) == (value), #name)
+
+// Selectors of the entry point.
+HOSTAPI_VALUE(filterSelectorAbout, 0);
+HOSTAPI_VALUE(filterSelectorParameters, 1);
+HOSTAPI_VALUE(filterSelectorPrepare, 2);
+HOSTAPI_VALUE(filterSelectorStart, 3);
+HOSTAPI_VALUE(filterSelectorContinue, 4);
+HOSTAPI_VALUE(filterSelectorFinish, 5);
+
+// System result codes.
+HOSTAPI_VALUE(noErr, 0);
+HOSTAPI_VALUE(paramErr, -50);
+HOSTAPI_VALUE(memFullErr, -108);
+HOSTAPI_VALUE(nilHandleErr, -109);
+HOSTAPI_VALUE(userCanceledErr, -128);
+HOSTAPI_VALUE(errMissingParameter, -1715);
+
+// Filter result codes.
+HOSTAPI_VALUE(filterBadParameters, -30100);
+HOSTAPI_VALUE(filterBadMode, -30101);
+
+// Host result codes.
+HOSTAPI_VALUE(errPlugInHostInsufficient, -30900);
+HOSTAPI_VALUE(errPlugInPropertyUndefined, -30901);
+HOSTAPI_VALUE(errHostDoesNotSupportColStep, -30902);
+HOSTAPI_VALUE(errInvalidSamplePoint, -30903);
+HOSTAPI_VALUE(errReportString, -30904);
+
+// 8-bit image modes.
+HOSTAPI_VALUE(plugInModeBitmap, 0);
+HOSTAPI_VALUE(plugInModeGrayScale, 1);
+HOSTAPI_VALUE(plugInModeIndexedColor, 2);
+HOSTAPI_VALUE(plugInModeRGBColor, 3);
+HOSTAPI_VALUE(plugInModeCMYKColor, 4);
+HOSTAPI_VALUE(plugInModeHSLColor, 5);
+HOSTAPI_VALUE(plugInModeHSBColor, 6);
+HOSTAPI_VALUE(plugInModeMultichannel, 7);
+HOSTAPI_VALUE(plugInModeDuotone, 8);
+HOSTAPI_VALUE(plugInModeLabColor, 9);
+
+// 16-bit image modes.
+HOSTAPI_VALUE(plugInModeGray16, 10);
+HOSTAPI_VALUE(plugInModeRGB48, 11);
+HOSTAPI_VALUE(plugInModeLab48, 12);
+HOSTAPI_VALUE(plugInModeCMYK64, 13);
+HOSTAPI_VALUE(plugInModeDeepMultichannel, 14);
+HOSTAPI_VALUE(plugInModeDuotone16, 15);
+
+// Filter cases.
+HOSTAPI_VALUE(filterCaseUnsupported, -1);
+HOSTAPI_VALUE(filterCaseNotSet, 0);
+HOSTAPI_VALUE(filterCaseFlatImageNoSelection, 1);
+HOSTAPI_VALUE(filterCaseFlatImageWithSelection, 2);
+HOSTAPI_VALUE(filterCaseFloatingSelection, 3);
+HOSTAPI_VALUE(filterCaseEditableTransparencyNoSelection, 4);
+HOSTAPI_VALUE(filterCaseEditableTransparencyWithSelection, 5);
+HOSTAPI_VALUE(filterCaseProtectedTransparencyNoSelection, 6);
+HOSTAPI_VALUE(filterCaseProtectedTransparencyWithSelection, 7);
+
+// descriptorParameters.playInfo (host to module).
+HOSTAPI_VALUE(plugInDialogDontDisplay, 0);
+HOSTAPI_VALUE(plugInDialogDisplay, 1);
+HOSTAPI_VALUE(plugInDialogSilent, 2);
+
+// descriptorParameters.recordInfo (module to host).
+HOSTAPI_VALUE(plugInDialogOptional, 0);
+HOSTAPI_VALUE(plugInDialogRequired, 1);
+HOSTAPI_VALUE(plugInDialogNone, 2);
+
+// Colour spaces.
+HOSTAPI_VALUE(plugIncolorServicesChosenSpace, -1);
+HOSTAPI_VALUE(plugIncolorServicesRGBSpace, 0);
+HOSTAPI_VALUE(plugIncolorServicesHSBSpace, 1);
+HOSTAPI_VALUE(plugIncolorServicesCMYKSpace, 2);
+HOSTAPI_VALUE(plugIncolorServicesLabSpace, 3);
+HOSTAPI_VALUE(plugIncolorServicesGraySpace, 4);
+HOSTAPI_VALUE(plugIncolorServicesHSLSpace, 5);
+HOSTAPI_VALUE(plugIncolorServicesXYZSpace, 6);
+
+// Colour services selectors.
+HOSTAPI_VALUE(plugIncolorServicesChooseColor, 0);
+HOSTAPI_VALUE(plugIncolorServicesConvertColor, 1);
+HOSTAPI_VALUE(plugIncolorServicesSamplePoint, 2);
+HOSTAPI_VALUE(plugIncolorServicesGetSpecialColor, 3);
+
+// Four-character codes.
+HOSTAPI_VALUE(kPhotoshopSignature, 0x3842494D);
+HOSTAPI_VALUE(kFilterKind, 0x3842464D);
+HOSTAPI_VALUE(kAnyHostSignature, 0x20202020);
+HOSTAPI_VALUE(kDescriptorNullKey, 0x6E756C6C);
+
+// 1.0 in 16.16 fixed point.
+HOSTAPI_VALUE(kFixedOne, 0x00010000);
+
+// Suite versions and counts.
+HOSTAPI_VALUE(kCurrentHandleProcsVersion, 1);
+HOSTAPI_VALUE(kCurrentDescriptorParametersVersion, 0);
+HOSTAPI_VALUE(kCurrentReadDescriptorProcsVersion, 0);
+HOSTAPI_VALUE(kCurrentReadDescriptorProcsCount, 18);
+HOSTAPI_VALUE(kCurrentWriteDescriptorProcsVersion, 0);
+HOSTAPI_VALUE(kCurrentWriteDescriptorProcsCount, 16);
+
+#undef HOSTAPI_VALUE
 
 #if defined(_WIN32) && !defined(_WIN64)
 #define HOSTAPI_CHECK(type, field, off) \
@@ -17,7 +125,15 @@ static_assert(sizeof(VRect) == 16, "VRect");
 static_assert(sizeof(RGBColor16) == 6, "RGBColor16");
 static_assert(sizeof(PlugInMonitor) == 40, "PlugInMonitor");
 static_assert(sizeof(Str255) == 256, "Str255");
-static_assert(sizeof(AboutRecord) == 256, "AboutRecord");
+
+HOSTAPI_CHECK(PlatformData, hwnd, 0);
+static_assert(sizeof(PlatformData) == 4, "PlatformData size");
+
+HOSTAPI_CHECK(AboutRecord, platformData, 0);
+HOSTAPI_CHECK(AboutRecord, sSPBasic, 4);
+HOSTAPI_CHECK(AboutRecord, plugInRef, 8);
+HOSTAPI_CHECK(AboutRecord, reserved, 12);
+static_assert(sizeof(AboutRecord) == 256, "AboutRecord size");
 
 HOSTAPI_CHECK(FilterRecord, serialNumber, 0);
 HOSTAPI_CHECK(FilterRecord, abortProc, 4);
@@ -163,11 +279,31 @@ HOSTAPI_CHECK(HandleProcs, recoverSpaceProc, 28);
 HOSTAPI_CHECK(HandleProcs, disposeRegularHandleProc, 32);
 static_assert(sizeof(HandleProcs) == 36, "HandleProcs size");
 
+HOSTAPI_CHECK(BufferProcs, bufferProcsVersion, 0);
+HOSTAPI_CHECK(BufferProcs, numBufferProcs, 2);
 HOSTAPI_CHECK(BufferProcs, allocateProc, 4);
+HOSTAPI_CHECK(BufferProcs, lockProc, 8);
+HOSTAPI_CHECK(BufferProcs, unlockProc, 12);
+HOSTAPI_CHECK(BufferProcs, freeProc, 16);
 HOSTAPI_CHECK(BufferProcs, spaceProc, 20);
+static_assert(sizeof(BufferProcs) == 24, "BufferProcs size");
+
+HOSTAPI_CHECK(ResourceProcs, resourceProcsVersion, 0);
+HOSTAPI_CHECK(ResourceProcs, numResourceProcs, 2);
+HOSTAPI_CHECK(ResourceProcs, countProc, 4);
+HOSTAPI_CHECK(ResourceProcs, getProc, 8);
+HOSTAPI_CHECK(ResourceProcs, deleteProc, 12);
 HOSTAPI_CHECK(ResourceProcs, addProc, 16);
+
+HOSTAPI_CHECK(PropertyProcs, propertyProcsVersion, 0);
+HOSTAPI_CHECK(PropertyProcs, numPropertyProcs, 2);
 HOSTAPI_CHECK(PropertyProcs, getPropertyProc, 4);
 HOSTAPI_CHECK(PropertyProcs, setPropertyProc, 8);
+
+HOSTAPI_CHECK(ChannelPortProcs, channelPortProcsVersion, 0);
+HOSTAPI_CHECK(ChannelPortProcs, numChannelPortProcs, 2);
+HOSTAPI_CHECK(ChannelPortProcs, readPixelsProc, 4);
+HOSTAPI_CHECK(ChannelPortProcs, writeBasePixelsProc, 8);
 HOSTAPI_CHECK(ChannelPortProcs, readPortForWritePortProc, 12);
 
 HOSTAPI_CHECK(PIDescriptorParameters, descriptorParametersVersion, 0);
@@ -178,19 +314,50 @@ HOSTAPI_CHECK(PIDescriptorParameters, writeDescriptorProcs, 12);
 HOSTAPI_CHECK(PIDescriptorParameters, readDescriptorProcs, 16);
 static_assert(sizeof(PIDescriptorParameters) == 20, "PIDescriptorParameters size");
 
+HOSTAPI_CHECK(ReadDescriptorProcs, readDescriptorProcsVersion, 0);
+HOSTAPI_CHECK(ReadDescriptorProcs, numReadDescriptorProcs, 2);
 HOSTAPI_CHECK(ReadDescriptorProcs, openReadDescriptorProc, 4);
 HOSTAPI_CHECK(ReadDescriptorProcs, closeReadDescriptorProc, 8);
 HOSTAPI_CHECK(ReadDescriptorProcs, getKeyProc, 12);
+HOSTAPI_CHECK(ReadDescriptorProcs, getIntegerProc, 16);
+HOSTAPI_CHECK(ReadDescriptorProcs, getFloatProc, 20);
+HOSTAPI_CHECK(ReadDescriptorProcs, getUnitFloatProc, 24);
+HOSTAPI_CHECK(ReadDescriptorProcs, getBooleanProc, 28);
+HOSTAPI_CHECK(ReadDescriptorProcs, getTextProc, 32);
+HOSTAPI_CHECK(ReadDescriptorProcs, getAliasProc, 36);
+HOSTAPI_CHECK(ReadDescriptorProcs, getEnumeratedProc, 40);
+HOSTAPI_CHECK(ReadDescriptorProcs, getClassProc, 44);
+HOSTAPI_CHECK(ReadDescriptorProcs, getSimpleReferenceProc, 48);
+HOSTAPI_CHECK(ReadDescriptorProcs, getObjectProc, 52);
+HOSTAPI_CHECK(ReadDescriptorProcs, getCountProc, 56);
 HOSTAPI_CHECK(ReadDescriptorProcs, getStringProc, 60);
+HOSTAPI_CHECK(ReadDescriptorProcs, getPinnedIntegerProc, 64);
+HOSTAPI_CHECK(ReadDescriptorProcs, getPinnedFloatProc, 68);
 HOSTAPI_CHECK(ReadDescriptorProcs, getPinnedUnitFloatProc, 72);
 static_assert(sizeof(ReadDescriptorProcs) == 76, "ReadDescriptorProcs size");
 
+HOSTAPI_CHECK(WriteDescriptorProcs, writeDescriptorProcsVersion, 0);
+HOSTAPI_CHECK(WriteDescriptorProcs, numWriteDescriptorProcs, 2);
 HOSTAPI_CHECK(WriteDescriptorProcs, openWriteDescriptorProc, 4);
 HOSTAPI_CHECK(WriteDescriptorProcs, closeWriteDescriptorProc, 8);
 HOSTAPI_CHECK(WriteDescriptorProcs, putIntegerProc, 12);
+HOSTAPI_CHECK(WriteDescriptorProcs, putFloatProc, 16);
+HOSTAPI_CHECK(WriteDescriptorProcs, putUnitFloatProc, 20);
+HOSTAPI_CHECK(WriteDescriptorProcs, putBooleanProc, 24);
+HOSTAPI_CHECK(WriteDescriptorProcs, putTextProc, 28);
+HOSTAPI_CHECK(WriteDescriptorProcs, putAliasProc, 32);
+HOSTAPI_CHECK(WriteDescriptorProcs, putEnumeratedProc, 36);
+HOSTAPI_CHECK(WriteDescriptorProcs, putClassProc, 40);
+HOSTAPI_CHECK(WriteDescriptorProcs, putSimpleReferenceProc, 44);
+HOSTAPI_CHECK(WriteDescriptorProcs, putObjectProc, 48);
+HOSTAPI_CHECK(WriteDescriptorProcs, putCountProc, 52);
 HOSTAPI_CHECK(WriteDescriptorProcs, putStringProc, 56);
+HOSTAPI_CHECK(WriteDescriptorProcs, putScopedClassProc, 60);
 HOSTAPI_CHECK(WriteDescriptorProcs, putScopedObjectProc, 64);
 static_assert(sizeof(WriteDescriptorProcs) == 68, "WriteDescriptorProcs size");
+HOSTAPI_CHECK(PIDescriptorSimpleReference, desiredClass, 0);
+HOSTAPI_CHECK(PIDescriptorSimpleReference, keyForm, 4);
+HOSTAPI_CHECK(PIDescriptorSimpleReference, keyData, 8);
 static_assert(sizeof(PIDescriptorSimpleReference) == 276, "PIDescriptorSimpleReference size");
 
 HOSTAPI_CHECK(ColorServicesInfo, infoSize, 0);
@@ -206,6 +373,7 @@ HOSTAPI_CHECK(ColorServicesInfo, reserved, 28);
 HOSTAPI_CHECK(ColorServicesInfo, selectorParameter, 32);
 static_assert(sizeof(ColorServicesInfo) == 36, "ColorServicesInfo size");
 
+HOSTAPI_CHECK(PSPixelMap, version, 0);
 HOSTAPI_CHECK(PSPixelMap, bounds, 4);
 HOSTAPI_CHECK(PSPixelMap, imageMode, 20);
 HOSTAPI_CHECK(PSPixelMap, rowBytes, 24);
@@ -217,6 +385,11 @@ HOSTAPI_CHECK(PSPixelMap, masks, 44);
 HOSTAPI_CHECK(PSPixelMap, maskPhaseRow, 48);
 HOSTAPI_CHECK(PSPixelMap, maskPhaseCol, 52);
 static_assert(sizeof(PSPixelMap) == 56, "PSPixelMap size");
+HOSTAPI_CHECK(PSPixelMask, next, 0);
+HOSTAPI_CHECK(PSPixelMask, maskData, 4);
+HOSTAPI_CHECK(PSPixelMask, rowBytes, 8);
+HOSTAPI_CHECK(PSPixelMask, colBytes, 12);
+HOSTAPI_CHECK(PSPixelMask, maskDescription, 16);
 static_assert(sizeof(PSPixelMask) == 20, "PSPixelMask size");
 
 #undef HOSTAPI_CHECK

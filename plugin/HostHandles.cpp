@@ -87,6 +87,8 @@ Ptr PILockHandle(const HandleProcs* procs, Handle h, Boolean moveHigh) {
         return procs->lockProc != nullptr ? procs->lockProc(h, moveHigh) : *h;
     }
     if (!IsFallbackHandle(h)) return nullptr;
+    // h is the 8-byte master record, not the data: lock the block its master
+    // pointer leads to, so that callers get the data as from the host's lockProc.
     return static_cast<Ptr>(GlobalLock(BlockOf(h)));
 }
 
@@ -95,6 +97,6 @@ void PIUnlockHandle(const HandleProcs* procs, Handle h) {
     if (HandleProcsAvailable(procs)) {
         if (procs->unlockProc != nullptr) procs->unlockProc(h);
     } else if (IsFallbackHandle(h)) {
-        GlobalUnlock(BlockOf(h));
+        GlobalUnlock(BlockOf(h));  // the block PILockHandle locked, not the master record
     }
 }
