@@ -127,7 +127,8 @@ void HandleSuite::Fault(const std::string& text) {
 }
 
 Handle HandleSuite::NewProc(int32_t size) {
-    return current_ == nullptr ? nullptr : current_->Allocate(size);
+    if (current_ == nullptr || size > current_->newHandleLimit_) return nullptr;
+    return current_->Allocate(size);
 }
 
 void HandleSuite::DisposeProc(Handle h) {

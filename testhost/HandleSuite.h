@@ -32,6 +32,8 @@ class HandleSuite {
     void MakeCurrent() { current_ = this; }
     // Counts the recoverSpaceProc calls here.
     void CountRecoverSpaceIn(int* counter) { recoverSpaceCalls_ = counter; }
+    // newProc refuses requests of more bytes than this.
+    void LimitNewHandles(int32_t bytes) { newHandleLimit_ = bytes; }
 
     // Host-side allocation and disposal (descriptors, texts).
     Handle Allocate(int32_t size);
@@ -66,6 +68,7 @@ class HandleSuite {
     bool present_ = true;
     bool sizeQuirk_ = false;
     uint8_t fill_ = 0;
+    int32_t newHandleLimit_ = INT32_MAX;
     std::map<Handle, std::unique_ptr<Block>> blocks_;
 };
 

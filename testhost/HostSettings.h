@@ -3,6 +3,7 @@
 // (TestHost::BeginRun); the others whenever they are used.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -70,6 +71,9 @@ struct HostSettings {
     // getSizeProc answers 0, and setSizeProc reports success without resizing.
     bool handleSizeQuirk = false;
     uint8_t newHandleFill = 0;  // byte written into every new handle
+    // newProc answers null, as an exhausted heap does, for a request of more
+    // bytes than this. Read at every call; the host's own handles are not limited.
+    int32_t newHandleLimit = INT32_MAX;
 
     // ---- Scripting ----
     DescriptorSuiteMode descriptorSuite = DescriptorSuiteMode::kFull;

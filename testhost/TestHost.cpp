@@ -160,6 +160,7 @@ void TestHost::Activate() {
     active_ = this;
     handles_.MakeCurrent();
     handles_.CountRecoverSpaceIn(&log_.recoverSpaceCalls);
+    handles_.LimitNewHandles(settings.newHandleLimit);
     descriptors_.MakeCurrent();
     dialogs_.SetDismiss(settings.dismissDialogs);
     dialogs_.SetWatchdog(settings.watchdogSeconds, window_);

@@ -65,6 +65,25 @@ TEST(HostHandles, SuiteKindsAndTheSizeQuirk) {
     EXPECT_EQ(host.handles().Live().back().size, 12);
 }
 
+TEST(HostHandles, NewProcRefusesRequestsAboveTheLimitReadAtEveryCall) {
+    TestHost host;
+    host.image() = Image(2, 2, 3);
+    std::vector<bool> given;  // 16 and 64 bytes, per call
+    UseFakeModule(host, [&given](int16_t, FilterRecord* r, intptr_t*, int16_t*) {
+        for (int32_t size : {16, 64}) {
+            Handle h = r->handleProcs->newProc(size);
+            given.push_back(h != nullptr);
+            if (h != nullptr) r->handleProcs->disposeProc(h);
+        }
+    });
+    host.settings.newHandleLimit = 32;
+    host.Call(filterSelectorParameters);
+    EXPECT_NE(host.handles().Allocate(64), nullptr) << "the host's own handles are not limited";
+    host.settings.newHandleLimit = INT32_MAX;
+    host.Call(filterSelectorPrepare);
+    EXPECT_EQ(given, (std::vector<bool>{true, false, true, true}));
+}
+
 // Start reads the descriptor with a key list, fetching the integer value.
 struct ReaderProbe {
     DescriptorKeyID keys[4] = {FourCC("AntA"), FourCC("Wdth"), FourCC("CntX"), 0};
