@@ -87,6 +87,11 @@ struct HostSettings {
     bool nullInData = false;    // hand out null buffers even for non-empty rectangles
     bool nullOutData = false;
     bool nullMaskData = false;
+    // Hand out a stale pointer with row bytes 0 instead of null for an empty
+    // rectangle, and leave the same in the record when the band loop ends,
+    // as hosts that keep their last buffers do. The pointers lead to guarded
+    // memory: a module that reads or writes through one is a fault.
+    bool staleDataForEmptyRects = false;
     // Commit outData through the selection, (out*m + in*(255-m)) / 255, as
     // hosts that mask a filter's output themselves do (sets autoMask).
     bool blendThroughMask = false;

@@ -97,6 +97,7 @@ OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Image& des
     record.inPlaneBytes = inGiven ? sampleBytes : 0;
     record.outColumnBytes = outGiven ? out_.planes * sampleBytes : 0;
     record.outPlaneBytes = outGiven ? sampleBytes : 0;
+    if (settings.staleDataForEmptyRects) HandStaleData(record);
 
     if (served != nullptr) {
         served->request = request;
@@ -215,6 +216,31 @@ void PixelExchange::CheckPadding(const Buffer& buffer) {
                              [](uint8_t b) { return b == kPadByte; });
     }
     if (!intact) Fault(std::string("module wrote outside the pixels of ") + buffer.name);
+}
+
+void PixelExchange::HandStaleData(FilterRecord& record) {
+    const DataRequest request = ReadRequest(record);
+    auto stale = [](const VRect& rect, std::unique_ptr<GuardedMemory>& memory, void** data,
+                    int32_t* rowBytes) {
+        if (!IsEmpty(rect)) return;
+        if (!memory) memory = std::make_unique<GuardedMemory>();
+        *data = memory->Middle();
+        *rowBytes = 0;
+    };
+    stale(request.inRect, staleIn_, &record.inData, &record.inRowBytes);
+    stale(request.outRect, staleOut_, &record.outData, &record.outRowBytes);
+    stale(request.maskRect, staleMask_, &record.maskData, &record.maskRowBytes);
+}
+
+void PixelExchange::CheckStaleData() {
+    auto check = [this](std::unique_ptr<GuardedMemory>& memory, const char* name) {
+        if (memory && memory->TakeTouched()) {
+            Fault(std::string("module touched ") + name + " handed out for an empty rectangle");
+        }
+    };
+    check(staleIn_, "inData");
+    check(staleOut_, "outData");
+    check(staleMask_, "maskData");
 }
 
 void PixelExchange::Reset() {

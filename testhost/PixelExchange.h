@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "hostapi/HostApi.h"
+#include "testhost/GuardedMemory.h"
 #include "testhost/HostLog.h"
 #include "testhost/HostSettings.h"
 #include "testhost/Image.h"
@@ -23,12 +25,19 @@ class PixelExchange {
 
     // Writes the pending output into `destination`, then serves the current
     // request: inData and maskData from `source`, outData from `destination`.
-    // Empty rectangles get null pointers and row bytes 0.
+    // Empty rectangles get null pointers and row bytes 0 (stale ones with
+    // settings.staleDataForEmptyRects).
     OSErr Serve(FilterRecord& record, const Image& source, Image& destination,
                 const HostSettings& settings, ServeRecord* served);
     // Writes the pending outData back into `destination` (once per serve),
     // blended with `source` through its mask when `blend` is set.
     void Commit(Image& destination, const Image& source, bool blend);
+    // Points the data of every empty rectangle of the current request at
+    // guarded memory, with row bytes 0, as a host that keeps its last
+    // buffers leaves them. The pending output stays pending.
+    void HandStaleData(FilterRecord& record);
+    // Records a fault for every stale pointer the module read or wrote through.
+    void CheckStaleData();
     // Forgets every buffer.
     void Reset();
 
@@ -54,6 +63,8 @@ class PixelExchange {
 
     std::vector<std::string>* faults_;
     Buffer in_, out_, mask_;
+    // Where the stale pointers lead, one region for each buffer (made on first use).
+    std::unique_ptr<GuardedMemory> staleIn_, staleOut_, staleMask_;
 };
 
 }  // namespace testhost

@@ -188,6 +188,7 @@ OSErr TestHost::Call(int16_t selector) {
     dialogs_.EndCall();
     CheckRecordGuard();
     handles_.CheckGuards();
+    pixels_.CheckStaleData();
 
     CallRecord call;
     call.selector = selector;
@@ -257,6 +258,7 @@ RunReport TestHost::RunFromPrepare() {
             return report;
         }
     }
+    if (settings.staleDataForEmptyRects) pixels_.HandStaleData(record());
     step(filterSelectorFinish);
     return report;
 }

@@ -1,5 +1,7 @@
 // The rectangles the module asks the host for, in the whole-image protocol
 // (advanceState) and in the band protocol (continue).
+#include <optional>
+
 #include "SpineFixture.h"
 
 namespace {
@@ -89,6 +91,48 @@ TEST_F(Protocol, BigDocumentRectanglesAreUsedOnlyWhenSwitchedOn) {
     EXPECT_FALSE(host.log().serves[0].request.uses32Bit);
     ASSERT_NE(host.record().bigDocumentData, nullptr);
     EXPECT_EQ(host.record().bigDocumentData->inRect32.right, 0) << "32-bit fields untouched";
+}
+
+// Hosts that keep their last buffers hand out a stale pointer with row bytes
+// 0 for an empty rectangle, and leave one in the record once the band loop
+// has ended. The module must never touch it, and must make the same image as
+// with a host that hands out null.
+TEST_F(Protocol, StalePointersOfEmptyRectanglesAreNeverTouched) {
+    host.image().FillNoise(3);
+    host.image().FillRect(8, 2, 6, 4, {210, 30, 40});
+    host.image().SelectRect(6, 1, 12, 7);
+    host.settings.parameters = testhost::ParametersCall::kEveryRunFresh;
+    const VRect empty{5, 5, 5, 5};
+    const struct {
+        const char* what;
+        bool advanceState;
+        int32_t maxSpace;
+        std::optional<VRect> filterRect;
+        bool changesImage;
+    } cases[] = {
+        {"whole image in one band", true, 1 << 20, {}, true},
+        {"bands of 3 rows", false, 3 * 280, {}, true},
+        {"one band: the first request is empty", false, 1 << 20, {}, false},
+        {"empty filter rectangle, whole image", true, 3 * 280, empty, false},
+        {"empty filter rectangle, bands", false, 3 * 280, empty, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        host.settings.advanceState = c.advanceState;
+        host.settings.maxSpace = c.maxSpace;
+        host.settings.filterRect = c.filterRect;
+        host.settings.staleDataForEmptyRects = false;
+        ASSERT_TRUE(host.Run().Ok());
+        const testhost::Image withNull = host.output();
+        EXPECT_EQ(testhost::CountDifferentSamples(withNull, host.image()) != 0, c.changesImage);
+
+        host.settings.staleDataForEmptyRects = true;
+        host.ClearLog();
+        const testhost::RunReport report = host.Run();
+        EXPECT_TRUE(report.Ok()) << report.result;
+        EXPECT_EQ(testhost::DescribeDifference(host.output(), withNull), "");
+        EXPECT_EQ(host.log().faults, std::vector<std::string>{});
+    }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // 16- and 32-bit coordinates, and the commit of the module's output.
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 #include "FakeModule.h"
@@ -136,6 +137,58 @@ TEST(HostPixels, EmptyRectangleGetsNoData) {
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_TRUE(got.inNull);
     EXPECT_EQ(got.inRowBytes, 0);
+}
+
+// What a module found in the record: real rows for a rectangle with pixels,
+// then stale pointers for an empty one, at start and again at finish.
+struct StaleSeen {
+    int32_t inRowBytes = 0;
+    bool atStart = false;
+    bool atFinish = false;
+};
+
+bool AllStale(const FilterRecord* r) {
+    return r->inData != nullptr && r->outData != nullptr && r->maskData != nullptr &&
+           r->inRowBytes == 0 && r->outRowBytes == 0 && r->maskRowBytes == 0;
+}
+
+TEST(HostPixels, StaleDataOfEmptyRectanglesCatchesEveryTouch) {
+    enum Touch { kNone, kReadIn, kWriteOut, kReadMask };
+    const struct {
+        Touch touch;
+        std::vector<std::string> faults;
+    } cases[] = {
+        {kNone, {}},
+        {kReadIn, {"module touched inData handed out for an empty rectangle"}},
+        {kWriteOut, {"module touched outData handed out for an empty rectangle"}},
+        {kReadMask, {"module touched maskData handed out for an empty rectangle"}},
+    };
+    for (const auto& c : cases) {
+        TestHost host;
+        host.image() = Image(4, 4, 3);
+        host.image().SelectRect(0, 0, 2, 2);
+        host.settings.staleDataForEmptyRects = true;
+        StaleSeen seen;
+        UseFakeModule(host, [&](int16_t selector, FilterRecord* r, intptr_t*, int16_t*) {
+            if (selector == filterSelectorFinish) seen.atFinish = AllStale(r);
+            if (selector != filterSelectorStart) return;
+            RequestRect16(r, {0, 0, 1, 2});
+            r->advanceState();
+            seen.inRowBytes = r->inRowBytes;
+            RequestRect16(r, {2, 3, 2, 3});  // empty, not zero
+            r->advanceState();
+            seen.atStart = AllStale(r);
+            if (c.touch == kReadIn) (void)*static_cast<volatile uint8_t*>(r->inData);
+            if (c.touch == kWriteOut) *static_cast<volatile uint8_t*>(r->outData) = 1;
+            if (c.touch == kReadMask) (void)static_cast<volatile uint8_t*>(r->maskData)[-3];
+            RequestRect16(r, {0, 0, 0, 0});
+        });
+        ASSERT_TRUE(host.Run().Ok());
+        EXPECT_EQ(seen.inRowBytes, 2 * 3) << c.touch;
+        EXPECT_TRUE(seen.atStart) << c.touch;
+        EXPECT_TRUE(seen.atFinish) << c.touch;
+        EXPECT_EQ(host.log().faults, c.faults) << c.touch;
+    }
 }
 
 // Three one-row bands; each continue writes 0x40 + row into its band and
