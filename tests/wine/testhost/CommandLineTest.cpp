@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <fstream>
 #include <string>
 
 #include "testhost/ImageFile.h"
@@ -67,6 +68,7 @@ TEST(HostCommandLine, FailsClearlyOnBadInput) {
     std::string error;
     ASSERT_TRUE(testhost::WriteImageFile(Artifact("cli-picture.png"), picture, &error)) << error;
     ASSERT_TRUE(testhost::WriteImageFile(Artifact("cli-mask.png"), otherSize, &error)) << error;
+    std::ofstream(Artifact("cli-text.png")) << "a few words, not a picture\n";
     const std::string module = std::string("\"") + QUORVEX_MODULE_PATH + "\"";
     const std::string out = " --out \"" + Artifact("cli-out.png") + "\"";
     const std::string image = " --image \"" + Artifact("cli-picture.png") + "\"";
@@ -77,6 +79,8 @@ TEST(HostCommandLine, FailsClearlyOnBadInput) {
     } cases[] = {
         {module + out, 1, "no --image given"},
         {module + " --image \"" + Artifact("missing.png") + "\"" + out, 1, "no such file"},
+        {module + " --image \"" + Artifact("cli-text.png") + "\"" + out, 1,
+         "cannot read the image"},
         {module + image + " --mask \"" + Artifact("cli-mask.png") + "\"" + out, 1, "the mask"},
         {module + image + " --rect 9,9,2,2" + out, 1, "outside"},
         {module + image + " --tolerance 101" + out, 1, "from 0 to 100"},
