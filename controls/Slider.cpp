@@ -1,12 +1,24 @@
 #include "controls/Slider.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "controls/ControlFramework.h"
 #include "controls/ValueText.h"
 
 namespace {
 
+// Pixels between the slider's edge and either end of its track.
+constexpr int kTrackMargin = 5;
+
+// Pixel positions are held within this distance of the slider's corner:
+// far beyond any window, and small enough that a mark's corners around it
+// are valid GDI coordinates (within 2^27) and far from int overflow.
+constexpr float kFarthestPosition = 1 << 20;
+
 float TrackLength(const SliderRecord* slider) {
-    return static_cast<float>((slider->vertical ? slider->head.height : slider->head.width) - 10);
+    const int extent = slider->vertical ? slider->head.height : slider->head.width;
+    return static_cast<float>(extent - 2 * kTrackMargin);
 }
 
 float Scale(const SliderRecord* slider) {
@@ -95,8 +107,14 @@ void SliderSetLimits(SliderRecord* slider, float lowerLimit, float upperLimit, b
 float SliderValueAtPoint(const SliderRecord* slider, LPARAM point) {
     const int x = static_cast<short>(LOWORD(point));
     const int y = static_cast<short>(HIWORD(point));
-    const float position = static_cast<float>((slider->vertical ? y : x) - 5);
+    const float position = static_cast<float>((slider->vertical ? y : x) - kTrackMargin);
     float value = position / Scale(slider) + slider->minimum;
+    // A range too wide for a float, or an empty one on a track of no length,
+    // gives a scale of 0 or NaN and the pointer 0/0 or inf - inf: the
+    // minimum stands for that.
+    if (std::isnan(value)) {
+        value = slider->minimum;
+    }
     if (slider->maximum <= value) {
         value = slider->maximum;
     }
@@ -107,7 +125,13 @@ float SliderValueAtPoint(const SliderRecord* slider, LPARAM point) {
 }
 
 int SliderPixelPosition(const SliderRecord* slider, float value) {
-    return TruncateToInt32((value - slider->minimum) * Scale(slider) + 5.0f + 0.5f);
+    const float exact = (value - slider->minimum) * Scale(slider) + kTrackMargin + 0.5f;
+    if (std::isnan(exact)) {
+        return kTrackMargin;  // where the minimum stands
+    }
+    // Values far outside the range, or a range so narrow that its scale is
+    // infinite, put the mark off the slider; it stays off it, held nearer.
+    return TruncateToInt32(std::clamp(exact, -kFarthestPosition, kFarthestPosition));
 }
 
 void RepaintSlider(const SliderRecord* slider) {

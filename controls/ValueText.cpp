@@ -1,5 +1,6 @@
 #include "controls/ValueText.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstdio>
@@ -51,19 +52,6 @@ size_t DecimalPrefixLength(const char* text) {
 
 }  // namespace
 
-int32_t TruncateToInt32(double value) {
-    if (std::isnan(value)) {
-        return 0;
-    }
-    if (value >= 2147483647.0) {
-        return std::numeric_limits<int32_t>::max();
-    }
-    if (value <= -2147483648.0) {
-        return std::numeric_limits<int32_t>::min();
-    }
-    return static_cast<int32_t>(value);
-}
-
 int16_t LowWord16(double value) {
     if (!std::isfinite(value)) {
         return 0;
@@ -98,9 +86,6 @@ float ReadValueText(const char* text) {
     }
     number[(start - number) + length] = '\0';
     const double value = std::strtod(start, nullptr);
-    if (std::fabs(value) > std::numeric_limits<float>::max()) {
-        return value > 0 ? std::numeric_limits<float>::infinity()
-                         : -std::numeric_limits<float>::infinity();
-    }
-    return static_cast<float>(value);
+    constexpr double kLargest = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(value, -kLargest, kLargest));
 }

@@ -2,8 +2,10 @@
 // the user types and leaves them, and what OK, Enter and Cancel do to the
 // spin edit and its parent.
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 
 #include "GuiTestSupport.h"
 #include "controls/SetValueDialog.h"
@@ -36,6 +38,9 @@ class SetValueDialogTest : public ToolkitTest {
         return [=](HWND dialog) {
             ::TypeAndLeave(GetDlgItem(dialog, item), text, GetDlgItem(dialog, next));
         };
+    }
+    static DialogStep TypeAndLeave(int item, const std::string& text) {
+        return TypeAndLeave(item, text.c_str());
     }
     static DialogStep Expect(int item, const char* text) {
         return [=](HWND dialog) { EXPECT_EQ(ItemText(dialog, item), text) << "item " << item; };
@@ -175,6 +180,49 @@ TEST_F(SetValueDialogTest, ExtremeTextInEveryFieldIsSurvived) {
         EXPECT_FALSE(WindowText(field->editBox).empty());
         SpinEditSetRange(field, 0.0f, 100.0f);
         SpinEditSetValue(field, 50.0f);
+    }
+}
+
+// Text a user reads as a number: no "nan", no "inf", nothing after it.
+bool ShowsANumber(const std::string& text) {
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    return !text.empty() && *end == '\0' && std::isfinite(value);
+}
+
+// Ranges too narrow for the slider's scale, and range ends beyond a float;
+// afterwards the slider is painted, clicked and dragged all over, and a
+// value is typed.
+TEST_F(SetValueDialogTest, ExtremeRangesLeaveTheSliderAndTheFieldWorking) {
+    const std::string nines(400, '9');
+    const std::pair<std::string, std::string> ranges[] = {
+        {"-1e-38", "1e-38"}, {"-1e999", "1e999"}, {"-" + nines, nines},
+        {"0", "1e999"},      {"-1e999", "0"},
+    };
+    for (const auto& [low, high] : ranges) {
+        SCOPED_TRACE(low.substr(0, 8) + " ... " + high.substr(0, 8));
+        SpinEditSetRange(field, 0.0f, 100.0f);
+        SpinEditSetValue(field, 50.0f);
+        EXPECT_EQ(Run({TypeAndLeave(IDC_NEW_MINIMUM, low), TypeAndLeave(IDC_NEW_MAXIMUM, high),
+                       TypeAndLeave(IDC_NEW_VALUE_1, "0"), Click(IDOK)}),
+                  IDOK);
+        PumpMessages();
+        EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << WindowText(field->editBox);
+
+        HWND slider = field->slider;
+        const int width = field->sliderRecord->head.width;
+        for (int x : {-30, 0, 5, width / 2, width - 5, width + 40}) {
+            SendMessageA(slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, 5));
+            SendMessageA(slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x + 7, 5));
+            SendMessageA(slider, WM_LBUTTONUP, 0, MAKELPARAM(width - x, 5));
+            EXPECT_TRUE(ShowsANumber(WindowText(field->editBox)))
+                << "after a drag from " << x << ": " << WindowText(field->editBox);
+        }
+        ::TypeAndLeave(field->editBox, "0.5", Parent());
+        EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << WindowText(field->editBox);
+        EXPECT_TRUE(std::isfinite(field->minimum));
+        EXPECT_TRUE(std::isfinite(field->maximum));
+        EXPECT_TRUE(field->minimum <= field->value && field->value <= field->maximum);
     }
 }
 

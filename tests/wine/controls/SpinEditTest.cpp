@@ -236,6 +236,38 @@ TEST_F(SpinEditTest, ThumbStandsAtTheValue) {
     EXPECT_TRUE(thumbAt(SliderPixelPosition(slider, 100.0f)));
 }
 
+TEST_F(SpinEditTest, MarksFarOutsideTheRangeStayOffTheSliderAndAnEmptyRangeShowsItsStart) {
+    SliderRecord* slider = field->sliderRecord;
+    const int bottom = slider->head.height - 3;
+    const COLORREF limitRed = RGB(155, 0, 0);
+    const COLORREF thumbGrey = RGB(128, 128, 128);
+    // Whether a pixel from row `top` down to the thumb's row has the colour.
+    auto shows = [&](COLORREF colour, int top) {
+        UpdateWindow(Slider());
+        HDC dc = GetDC(Slider());
+        bool found = false;
+        for (int y = top; y <= bottom; ++y) {
+            for (int x = 0; x < slider->head.width; ++x) {
+                found = found || GetPixel(dc, x, y) == colour;
+            }
+        }
+        ReleaseDC(Slider(), dc);
+        return found;
+    };
+    SliderSetLimits(slider, -1e30f, 1e30f, true);
+    SliderSetValue(slider, 3e38f);
+    EXPECT_FALSE(shows(limitRed, 0));
+    EXPECT_FALSE(shows(thumbGrey, bottom));
+
+    SliderSetLimits(slider, 0.0f, 0.0f, false);
+    SpinEditSetRange(field, 50.0f, 50.0f);
+    SpinEditSetValue(field, 50.0f);
+    UpdateWindow(Slider());
+    HDC dc = GetDC(Slider());
+    EXPECT_EQ(GetPixel(dc, 5, bottom), thumbGrey);
+    ReleaseDC(Slider(), dc);
+}
+
 TEST_F(SpinEditTest, RightClickOnTheFieldOrItsSliderOpensSetValue) {
     for (HWND clicked : {window, Slider()}) {
         std::string caption;

@@ -28,14 +28,6 @@ TEST(ValueText, LowWordKeepsTheLowSixteenBitsOfTheTruncatedValue) {
     EXPECT_EQ(LowWord16(std::numeric_limits<double>::quiet_NaN()), 0);
 }
 
-TEST(ValueText, TruncationSaturatesOutsideTheIntegerRange) {
-    EXPECT_EQ(TruncateToInt32(12.7), 12);
-    EXPECT_EQ(TruncateToInt32(-12.7), -12);
-    EXPECT_EQ(TruncateToInt32(1e30), std::numeric_limits<int32_t>::max());
-    EXPECT_EQ(TruncateToInt32(-1e30), std::numeric_limits<int32_t>::min());
-    EXPECT_EQ(TruncateToInt32(std::numeric_limits<double>::quiet_NaN()), 0);
-}
-
 TEST(ValueText, FormatsTwoDecimalsOrTheTruncatedInteger) {
     EXPECT_EQ(Format(12.345f, false), "12.35");
     EXPECT_EQ(Format(0.0, false), "0.00");
@@ -57,10 +49,16 @@ TEST(ValueText, ReadsTheLeadingDecimalNumberOnly) {
     EXPECT_EQ(ReadValueText(""), 0.0f);
     EXPECT_EQ(ReadValueText("-"), 0.0f);
     EXPECT_EQ(ReadValueText("1e30"), 1e30f);
-    EXPECT_EQ(ReadValueText("1e999"), std::numeric_limits<float>::infinity());
-    EXPECT_EQ(ReadValueText("-1e999"), -std::numeric_limits<float>::infinity());
-    EXPECT_EQ(ReadValueText(std::string(400, '9').c_str()), std::numeric_limits<float>::infinity())
+}
+
+TEST(ValueText, NumbersBeyondAFloatReadAsTheLargestFloat) {
+    constexpr float kLargest = std::numeric_limits<float>::max();
+    EXPECT_EQ(ReadValueText("1e999"), kLargest);
+    EXPECT_EQ(ReadValueText("-1e999"), -kLargest);
+    EXPECT_EQ(ReadValueText("3.4028236e38"), kLargest);
+    EXPECT_EQ(ReadValueText(std::string(400, '9').c_str()), kLargest)
         << "64 nines are still too many for a float";
+    EXPECT_EQ(ReadValueText("1e-999"), 0.0f);
 }
 
 }  // namespace
