@@ -2,40 +2,20 @@
 // document afterwards, for every protocol and image kind.
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
+#include <ostream>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "ExpectedPixels.h"
+#include "RedEyeImage.h"
 #include "plugin/FilterParameters.h"
 #include "testhost/TestHost.h"
 
 namespace {
 
 using testhost::Image;
-
-// Skin with a little grain and two red pupils with a catchlight.
-Image Portrait(int width, int height, int planes) {
-    Image image(width, height, planes);
-    image.FillNoise(11);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            std::vector<uint16_t> px = image.Pixel(x, y);
-            px[0] = static_cast<uint16_t>(190 + px[0] % 16);
-            px[1] = static_cast<uint16_t>(140 + px[1] % 16);
-            px[2] = static_cast<uint16_t>(115 + px[2] % 16);
-            for (int cx : {width / 3, 2 * width / 3}) {
-                const double d = std::hypot(x - cx, y - height / 2);
-                if (d < 7) px[0] = 205, px[1] = static_cast<uint16_t>(25 + d * 2), px[2] = 35;
-                if (std::hypot(x - cx - 2, y - height / 2 + 2) < 1.5) px[0] = px[1] = px[2] = 250;
-            }
-            image.SetPixel(x, y, px);
-        }
-    }
-    return image;
-}
 
 std::vector<std::string> Captions(testhost::TestHost& host) {
     std::vector<std::string> captions;
@@ -97,11 +77,17 @@ const ImageKind kImageKinds[] = {
 
 Image ImageOf(const ImageKind& kind) {
     if (kind.depth == 8 && kind.mode == plugInModeRGBColor) {
-        return Portrait(kWidth, kHeight, kind.planes);
+        return RedEyeImage(kWidth, kHeight, kind.planes);
     }
     Image image(kWidth, kHeight, kind.planes, kind.depth);
     image.FillNoise(9);
     return image;
+}
+
+// Test names and failure messages show the kind and the protocol by name.
+void PrintTo(const ImageKind& kind, std::ostream* out) { *out << kind.name; }
+void PrintTo(Protocol protocol, std::ostream* out) {
+    *out << (protocol == Protocol::kBands ? "InBands" : "WholeImage");
 }
 
 const std::map<std::string, std::string> kBoxTexts = {
@@ -162,7 +148,7 @@ TEST_P(EveryImageKind, FiltersTheDocumentAsItsModeAndSelectionSay) {
 
 std::string CaseName(const ::testing::TestParamInfo<KindProtocolSelection>& info) {
     const auto& [kind, protocol, selected] = info.param;
-    return std::string(kind.name) + (protocol == Protocol::kBands ? "InBands" : "WholeImage") +
+    return ::testing::PrintToString(kind) + ::testing::PrintToString(protocol) +
            (selected ? "WithSelection" : "WithoutSelection");
 }
 
@@ -186,7 +172,7 @@ class RealRun : public ::testing::Test {
 };
 
 TEST_F(RealRun, UsesTheStoredToleranceAndDarkening) {
-    host.image() = Portrait(80, 40, 3);
+    host.image() = RedEyeImage(80, 40, 3);
     host.image().SelectRect(10, 8, 60, 25);
     host.settings.parameters = testhost::ParametersCall::kNever;
     ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
@@ -203,7 +189,7 @@ TEST_F(RealRun, UsesTheStoredToleranceAndDarkening) {
 }
 
 TEST_F(RealRun, ASelectionAtTheRightAndBottomEdgesIsClampedInside) {
-    host.image() = Portrait(50, 30, 3);
+    host.image() = RedEyeImage(50, 30, 3);
     host.image().SelectRect(20, 10, 30, 20);  // reaches x 49 and y 29
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_EQ(Parameters()->viewRight, 49);
@@ -214,7 +200,7 @@ TEST_F(RealRun, ASelectionAtTheRightAndBottomEdgesIsClampedInside) {
 }
 
 TEST_F(RealRun, AOnePixelWideSelectionChangesNothing) {
-    host.image() = Portrait(40, 30, 3);
+    host.image() = RedEyeImage(40, 30, 3);
     host.image().SelectRect(13, 5, 1, 20);
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_EQ(Parameters()->viewState, kViewEmptySelection);
@@ -225,7 +211,7 @@ TEST_F(RealRun, AOnePixelWideSelectionChangesNothing) {
 // Without a selection the notice shows and the region the last preview left
 // in the parameters is corrected.
 TEST_F(RealRun, WithoutASelectionTheStoredRegionIsCorrected) {
-    host.image() = Portrait(40, 30, 3);
+    host.image() = RedEyeImage(40, 30, 3);
     host.settings.parameters = testhost::ParametersCall::kNever;
     ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
     Parameters()->viewLeft = 4;
