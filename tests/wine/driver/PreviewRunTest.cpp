@@ -135,6 +135,34 @@ INSTANTIATE_TEST_SUITE_P(Dialog, PreviewRun, ::testing::ValuesIn(kCases),
                              return ::testing::PrintToString(info.param);
                          });
 
+// With a selection the dialog fits the view to its box and the preview
+// corrects the box itself: 60 x 40 pixels round the left pupil fill the
+// 120 x 80 pane at 0.5, so the copy starts at the box's corner and the
+// corrected box lands at the output's (0, 0).
+TEST(PreviewRunWithSelection, CorrectsTheBoxAndWritesItAtTheOutputsCorner) {
+    const PreviewCase fitted{"FittedToTheSelection", 70.0f, 80.0f, 0.5f, 70, 80, 60, 40,
+                             {70, 80, 130, 120}};
+    DialogRun run;
+    run.SizePane(IDC_DETAIL_PANE, kDetailSize);
+    run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{346, 260});
+    run.host.image() = RedEyeImage(kWidth, kHeight, kPlanes);
+    run.host.image().SelectRect(70, 80, 61, 41);
+    run.Run({
+        [&run, &fitted](HWND dialog) {
+            const FilterParameters& record = run.Record();
+            EXPECT_EQ(record.viewState, kViewSelectionBox);
+            EXPECT_EQ(record.viewScale, fitted.viewScale);
+            EXPECT_EQ(record.viewX, fitted.viewX);
+            EXPECT_EQ(record.viewY, fitted.viewY);
+            EXPECT_EQ(testhost::DescribeDifference(OutputBuffer(run.host),
+                                                   AfterPreview(run.host.image(), fitted)),
+                      "");
+            SendCommand(dialog, IDOK);
+        },
+    });
+    EXPECT_EQ(run.host.log().faults, std::vector<std::string>{});
+}
+
 // Stands in for a progress bar as the dialog's item 669, which its template
 // does not have: added before the dialog sets itself up, it keeps the
 // set-position messages sent to it.
