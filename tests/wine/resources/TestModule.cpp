@@ -67,16 +67,20 @@ class PeFile {
 
 }  // namespace
 
-std::vector<uint8_t> LoadModuleResource(const char* type, int id) {
+std::vector<uint8_t> LoadModuleResource(const char* type, const char* name) {
     std::vector<uint8_t> bytes;
     HMODULE module = LoadLibraryExA(QUORVEX_MODULE_PATH, nullptr, LOAD_LIBRARY_AS_DATAFILE);
     if (!module) return bytes;
-    if (HRSRC info = FindResourceA(module, MAKEINTRESOURCEA(id), type)) {
+    if (HRSRC info = FindResourceA(module, name, type)) {
         const auto* data = static_cast<const uint8_t*>(LockResource(LoadResource(module, info)));
         if (data) bytes.assign(data, data + SizeofResource(module, info));
     }
     FreeLibrary(module);
     return bytes;
+}
+
+std::vector<uint8_t> LoadModuleResource(const char* type, int id) {
+    return LoadModuleResource(type, MAKEINTRESOURCEA(id));
 }
 
 std::vector<std::string> ExportedNames() {

@@ -8,6 +8,8 @@
 #include <vector>
 
 // Bytes of a resource, empty when the module or the resource is missing.
+// A name may also be an ordinal made with MAKEINTRESOURCEA.
+std::vector<uint8_t> LoadModuleResource(const char* type, const char* name);
 std::vector<uint8_t> LoadModuleResource(const char* type, int id);
 
 // Empty when the file is not a readable 32-bit PE image.
