@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "PngWriter.h"
+#include "ScreenCapture.h"
 #include "controls/Toolkit.h"
 #include "plugin/FilterGlobals.h"
 
@@ -185,47 +185,6 @@ void PostKey(HWND dialog, WPARAM virtualKey) {
     PostMessageA(target, WM_KEYUP, virtualKey, 0xC0000001);
 }
 
-namespace {
-
-// Wine copies a window's drawing to the screen when its thread waits for
-// messages, at most every few tens of milliseconds: wait a little so that
-// the screen shows what the window has painted.
-void LetTheScreenCatchUp() {
-    for (int round = 0; round < 10; ++round) {
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-        PumpMessages();
-    }
-}
-
-}  // namespace
-
 bool SaveScreenshot(HWND window, const char* name) {
-    RedrawWindow(window, nullptr, nullptr,
-                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    LetTheScreenCatchUp();
-    RECT frame;
-    GetWindowRect(window, &frame);
-    const int width = frame.right - frame.left;
-    const int height = frame.bottom - frame.top;
-
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    HDC screen = GetDC(nullptr);
-    HDC memory = CreateCompatibleDC(screen);
-    HGDIOBJ previous = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, frame.left, frame.top, SRCCOPY);
-    GdiFlush();
-    const auto* pixels = static_cast<const uint32_t*>(bits);
-    std::vector<uint32_t> copy(pixels, pixels + static_cast<size_t>(width) * height);
-    SelectObject(memory, previous);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    DeleteObject(bitmap);
-    return WritePng(std::string(QUORVEX_ARTIFACT_DIR) + "\\" + name + ".png", width, height, copy);
+    return SaveCapture(CaptureWindow(window), name);
 }

@@ -79,5 +79,5 @@ void PostKey(HWND dialog, WPARAM virtualKey);
 // The tooltip window that has `tool` as its tool, or null.
 HWND ToolTipOf(HWND tool);
 
-// Saves what the screen shows of the window as QUORVEX_ARTIFACT_DIR\<name>.png.
+// Saves the whole window, painted now, as QUORVEX_ARTIFACT_DIR\<name>.png.
 bool SaveScreenshot(HWND window, const char* name);

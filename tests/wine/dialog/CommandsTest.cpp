@@ -9,8 +9,8 @@
 
 #include "DialogRun.h"
 #include "Portrait.h"
-#include "ScreenCapture.h"
 #include "ShellRecorder.h"
+#include "tests/wine/controls/ScreenCapture.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "DialogRun.h"
 #include "Portrait.h"
-#include "ScreenCapture.h"
+#include "tests/wine/controls/ScreenCapture.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "DialogRun.h"
-#include "ScreenCapture.h"
+#include "tests/wine/controls/ScreenCapture.h"
 
 namespace {
 

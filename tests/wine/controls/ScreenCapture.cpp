@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "../controls/PngWriter.h"
+#include "PngWriter.h"
 
 namespace {
 
