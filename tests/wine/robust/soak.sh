@@ -15,6 +15,8 @@ seed=${SOAK_SEED:-$(date +%s)}
 dir="$build/tests/wine/robust"
 per=$(( (count + jobs - 1) / jobs ))
 echo "soak: seed $seed, $count configurations in $jobs processes, logs in $dir/soak-*.log"
+# Logs of an earlier campaign with more processes would be counted too.
+rm -f "$dir"/soak-*.log
 
 campaign='
   pids=()
