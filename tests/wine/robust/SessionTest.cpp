@@ -3,6 +3,7 @@
 // kernel handles or memory behind.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -55,7 +56,12 @@ class LongSession : public ::testing::Test {
         const ResourceCounts before = CountResources();
         for (int i = 0; i < cycles; ++i) checked(i);
         const ResourceCounts after = CountResources();
-        SCOPED_TRACE("before: " + Describe(before) + "; after: " + Describe(after));
+        std::printf("%d cycles: before %s; after %s\n", cycles, Describe(before).c_str(),
+                    Describe(after).c_str());
+        // Counts of zero would make every comparison below pass.
+        ASSERT_GT(before.gdiObjects, 0u);
+        ASSERT_GT(before.kernelHandles, 0u);
+        ASSERT_GT(before.privateBytes, 0u);
         EXPECT_LE(after.gdiObjects, before.gdiObjects + kGdiSlack);
         EXPECT_LE(after.windows, before.windows + kWindowSlack);
         EXPECT_LE(after.kernelHandles, before.kernelHandles + kHandleSlack);
