@@ -1,6 +1,7 @@
 // The filter parameter block the host passes on every call, and the
 // big-document block with 32-bit coordinates. Both are declared with 4-byte
-// packing by the host; on 32-bit x86 that equals natural alignment.
+// packing by the host; on 32-bit x86 that equals natural alignment, on x86-64
+// it does not (several pointers sit at 4 mod 8).
 #pragma once
 
 #include "HostSuites.h"
@@ -146,5 +147,8 @@ struct FilterRecord {
 
 #pragma pack(pop)
 
-// The smallest record a host allocates: everything up to bigDocumentData.
-constexpr size_t kMinimumFilterRecordSize = 452;
+// The smallest record a host allocates. Older 32-bit hosts allocate 452
+// bytes, a little past bigDocumentData; a 64-bit host's record may end right
+// after bigDocumentData.
+constexpr size_t kMinimumFilterRecordSize =
+    kHost64 ? offsetof(FilterRecord, bigDocumentData) + sizeof(BigDocumentStruct*) : 452;

@@ -98,6 +98,9 @@ constexpr OSType kPhotoshopSignature = FourCC("8BIM");
 constexpr OSType kFilterKind = FourCC("8BFM");
 constexpr OSType kAnyHostSignature = 0x20202020;
 constexpr OSType kDescriptorNullKey = FourCC("null");
+// The property-list key under which a host finds the entry point of a module
+// built for its own processor.
+constexpr OSType kCodePropertyKey = kHost64 ? FourCC("8664") : FourCC("wx86");
 
 constexpr Fixed kFixedOne = 0x00010000;
 

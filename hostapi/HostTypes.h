@@ -1,9 +1,13 @@
-// Primitive types of the host's filter plug-in interface, as a 32-bit Windows
-// host lays them out. Written from our own notes on the binary interface.
+// Primitive types of the host's filter plug-in interface, as a Windows host
+// lays them out. Written from our own notes on the binary interface.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+
+// The 64-bit module talks to 64-bit hosts: pointers, handles and procedures
+// are 8 bytes there, everything else keeps its size.
+constexpr bool kHost64 = sizeof(void*) == 8;
 
 typedef int16_t OSErr;
 typedef uint8_t Boolean;  // non-zero is true

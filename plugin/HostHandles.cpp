@@ -11,15 +11,19 @@ OSErr gHandleError = noErr;
 
 namespace {
 
-// Our fallback handles carry this tag after the master pointer, so that a
-// handle the host made is never given to the Windows allocator.
+// Our fallback handles carry this tag right after the master pointer, so that
+// a handle the host made is never given to the Windows allocator. The master
+// record is the pointer and the tag: 8 bytes in the 32-bit module, 12 in the
+// 64-bit one.
 constexpr char kFallbackTag[4] = {'O', 'T', 'O', 'F'};
-constexpr SIZE_T kMasterRecordSize = 8;
+constexpr SIZE_T kTagOffset = sizeof(Ptr);
+constexpr SIZE_T kMasterRecordSize = kTagOffset + sizeof kFallbackTag;
 
 bool IsFallbackHandle(Handle h) {
     return h != nullptr && GlobalHandle(h) != nullptr &&
            GlobalSize(GlobalHandle(h)) >= kMasterRecordSize &&
-           std::memcmp(reinterpret_cast<char*>(h) + 4, kFallbackTag, 4) == 0;
+           std::memcmp(reinterpret_cast<char*>(h) + kTagOffset, kFallbackTag,
+                       sizeof kFallbackTag) == 0;
 }
 
 HGLOBAL BlockOf(Handle h) { return GlobalHandle(*h); }
@@ -43,7 +47,7 @@ Handle NewFallbackHandle(int32_t size) {
         return nullptr;
     }
     record[0] = data;
-    std::memcpy(reinterpret_cast<char*>(record) + 4, kFallbackTag, 4);
+    std::memcpy(reinterpret_cast<char*>(record) + kTagOffset, kFallbackTag, sizeof kFallbackTag);
     return record;
 }
 
@@ -87,7 +91,7 @@ Ptr PILockHandle(const HandleProcs* procs, Handle h, Boolean moveHigh) {
         return procs->lockProc != nullptr ? procs->lockProc(h, moveHigh) : *h;
     }
     if (!IsFallbackHandle(h)) return nullptr;
-    // h is the 8-byte master record, not the data: lock the block its master
+    // h is the master record, not the data: lock the block its master
     // pointer leads to, so that callers get the data as from the host's lockProc.
     return static_cast<Ptr>(GlobalLock(BlockOf(h)));
 }

@@ -2,10 +2,10 @@
 # Runs the filter on the sample portrait, as a photo editor would with a
 # selection round the eyes, and writes out/before.png, out/after.png and the
 # side-by-side out/before-after.png. Needs no display.
-#   scripts/demo.sh [win-build-dir]   (default build/win)
+#   scripts/demo.sh [win-build-dir]   (default build/win32)
 set -eu
 root="$(cd "$(dirname "$0")/.." && pwd)"
-build="$(cd "${1:-$root/build/win}" && pwd)"
+build="$(cd "${1:-$root/build/win32}" && pwd)"
 module="$build/plugin/Korvanthe.8bf"
 host="$build/testhost/testhost.exe"
 out="$root/out"
@@ -14,9 +14,10 @@ for f in "$module" "$host"; do
 done
 [ -x /usr/bin/convert ] || { echo "demo: ImageMagick is missing (scripts/install-deps.sh)" >&2; exit 1; }
 
-. "$root/scripts/wine-env.sh"
-"$root/scripts/wine-prefix.sh"
+. "$root/scripts/wine-env.sh" "$build"
+"$root/scripts/wine-prefix.sh" "$build"
 mkdir -p "$out"
+echo "demo: running the ${QUORVEX_WIN_ARCH#win}-bit module ($build/plugin/Korvanthe.8bf)"
 
 echo "demo: drawing the sample portrait"
 python3 "$root/samples/make_portrait.py" "$out/before.png" "$out/selection.png" |

@@ -46,7 +46,7 @@ enum class ParametersCall {
 
 struct HostSettings {
     // ---- The filter record ----
-    size_t recordSize = 488;  // 452 plays an older host
+    size_t recordSize = sizeof(FilterRecord);  // kMinimumFilterRecordSize plays an older host
     OSType hostSig = kPhotoshopSignature;
     int32_t maxSpace = 64 * 1024 * 1024;
     std::optional<int16_t> imageMode;       // default: gray/RGB by planes and depth

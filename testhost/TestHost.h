@@ -92,8 +92,8 @@ class TestHost {
     RunReport RunFromPrepare();
 
     // ---- What the module left ----
-    // The record as the module sees it. With settings.recordSize 452 only
-    // the fields up to bigDocumentData exist.
+    // The record as the module sees it. With settings.recordSize at
+    // kMinimumFilterRecordSize the fields after bigDocumentData may not exist.
     FilterRecord& record() { return *reinterpret_cast<FilterRecord*>(recordBytes_.data()); }
     // The data slot the host keeps for the module (its globals handle).
     intptr_t data() const { return data_; }

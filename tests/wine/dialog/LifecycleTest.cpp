@@ -16,7 +16,8 @@ namespace {
 
 // Wine's GetGuiResources answers 0. The table of GDI handles that Windows
 // and Wine share into every process (the PEB's GdiSharedHandleTable, at
-// 0x94 in a 32-bit PEB) lists each live object with a non-zero type.
+// 0x94 in a 32-bit PEB and at 0xF8 in a 64-bit one) lists each live object
+// with a non-zero type.
 struct GdiHandleEntry {
     uint64_t kernelObject;
     uint32_t owner;
@@ -25,7 +26,7 @@ struct GdiHandleEntry {
     uint8_t flags;
     uint64_t user;
 };
-constexpr size_t kSharedHandleTableOffset = 0x94;
+constexpr size_t kSharedHandleTableOffset = sizeof(void*) == 8 ? 0xF8 : 0x94;
 constexpr int kGdiHandleSlots = 65536;
 
 int LiveGdiObjects() {

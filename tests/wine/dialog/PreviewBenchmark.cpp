@@ -2,7 +2,7 @@
 // from a change of Tolerance to the repainted detail pane, on a 24-megapixel
 // portrait with a 1000 x 1000 selection round one eye.
 //
-//   scripts/with-display.sh wine build/<dir>/tests/wine/dialog/dialog_benchmark.exe
+//   scripts/with-display.sh build/<dir> wine build/<dir>/tests/wine/dialog/dialog_benchmark.exe
 #include <gtest/gtest.h>
 
 #include <algorithm>

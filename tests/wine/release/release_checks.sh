@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks of what goes out to photographers: the manual and the download.
 #   release_checks.sh manual <KorvanthePhoto.pdf> <missing-pictures.txt> <version>
-#   release_checks.sh zip <quorvex-<version>-win32.zip> <KorvanthePhoto.pdf> <version>
+#   release_checks.sh zip <quorvex-<version>-win<bits>.zip> <KorvanthePhoto.pdf> <version> <bits>
 #   release_checks.sh unpack <zip> <folder>   (installs as a photographer does)
 set -u
 
@@ -44,8 +44,8 @@ check_manual() {
             fail "page $((chapter + 2)) does not start with \"${CHAPTERS[$chapter]}\""
     done
 
-    mentions "Installing" "$(page_text "$pdf" 2)" "32-bit" "Plug-ins" \
-        "Filter ▸ Velmora ▸ Quorvex..."
+    mentions "Installing" "$(page_text "$pdf" 2)" "32-bit" "64-bit" "-win32.zip" "-win64.zip" \
+        "Task Manager" "Plug-ins" "Filter ▸ Velmora ▸ Quorvex..."
     mentions "Correcting" "$(page_text "$pdf" 3)" "Select the eyes"
     mentions "Tolerance and Darkening" "$(page_text "$pdf" 5)" "start at 50" "Raise Tolerance" \
         "Lower Tolerance" "Raise Darkening" "Lower Darkening"
@@ -67,8 +67,8 @@ check_manual() {
 }
 
 check_zip() {
-    local zip=$1 manual=$2 version=$3
-    [ "$(basename "$zip")" = "quorvex-$version-win32.zip" ] || fail "the download is named $zip"
+    local zip=$1 manual=$2 version=$3 bits=$4
+    [ "$(basename "$zip")" = "quorvex-$version-win$bits.zip" ] || fail "the download is named $zip"
     local listing
     listing=$(unzip -Z1 "$zip" | sort | tr '\n' ' ')
     [ "$listing" = "INSTALL.txt Korvanthe.8bf KorvanthePhoto.pdf " ] ||
@@ -79,16 +79,18 @@ check_zip() {
     unzip -q "$zip" -d "$unpacked"
     cmp -s "$unpacked/KorvanthePhoto.pdf" "$manual" ||
         fail "the download's manual is not the one built"
-    local headers
-    headers=$(i686-w64-mingw32-objdump -p "$unpacked/Korvanthe.8bf")
-    grep -q "file format pei-i386" <<<"$headers" && grep -qw ENTRYPOINT <<<"$headers" &&
+    local headers format
+    format=$([ "$bits" = 64 ] && echo pei-x86-64 || echo pei-i386)
+    headers=$(x86_64-w64-mingw32-objdump -p "$unpacked/Korvanthe.8bf")
+    grep -q "file format $format" <<<"$headers" && grep -qw ENTRYPOINT <<<"$headers" &&
         grep -qw DissolveProc <<<"$headers" ||
-        fail "the download's Korvanthe.8bf is not the 32-bit filter module"
+        fail "the download's Korvanthe.8bf is not the $bits-bit filter module"
     local install=$unpacked/INSTALL.txt
     grep -q $'\r$' "$install" && ! grep -qv $'\r$' "$install" ||
         fail "INSTALL.txt does not have Windows line ends"
     mentions "INSTALL.txt" "$(tr -d '\r' <"$install")" "Quorvex $version" "Korvanthe.8bf" \
-        "KorvanthePhoto.pdf" "Plug-ins" "32-bit" "Filter > Velmora > Quorvex..."
+        "KorvanthePhoto.pdf" "Plug-ins" "This is the $bits-bit Quorvex" "-win32.zip" "-win64.zip" \
+        "Task Manager" "Filter > Velmora > Quorvex..."
     rm -rf "$unpacked"
 }
 
@@ -100,7 +102,7 @@ unpack() {
 
 case "${1:-}" in
     manual) check_manual "$2" "$3" "$4" ;;
-    zip) check_zip "$2" "$3" "$4" ;;
+    zip) check_zip "$2" "$3" "$4" "$5" ;;
     unpack) unpack "$2" "$3" ;;
     *)
         echo "usage: $0 manual|zip|unpack ..." >&2

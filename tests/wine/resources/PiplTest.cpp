@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "hostapi/HostApi.h"
 #include "tests/wine/resources/ByteReader.h"
 #include "tests/wine/resources/TestModule.h"
 
@@ -54,6 +55,15 @@ std::vector<uint8_t> Data(const char* key) {
 
 std::vector<uint8_t> Bytes(const std::string& text) { return {text.begin(), text.end()}; }
 
+// The key of the entry point's property as text: "wx86" in the 32-bit
+// module, "8664" in the 64-bit one.
+std::string CodeKey() {
+    std::string key;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        key += static_cast<char>(kCodePropertyKey >> shift);
+    return key;
+}
+
 std::vector<uint8_t> Padded(std::vector<uint8_t> bytes, size_t size) {
     bytes.resize(size, 0);
     return bytes;
@@ -72,8 +82,8 @@ TEST(PiPL, HeaderAndPropertiesInTheHostsOrder) {
     ASSERT_EQ(list.count, 13);
     EXPECT_TRUE(list.complete);
 
-    const char* const keys[] = {"kind", "name", "catg", "vers", "wx86", "hstm", "mode",
-                                "enbl", "fici", "btni", "aFLT", "aPAR", "eGLO"};
+    const std::string keys[] = {"kind", "name", "catg", "vers", CodeKey(), "hstm", "mode",
+                                "enbl", "fici", "btni", "aFLT", "aPAR",    "eGLO"};
     const int32_t lengths[] = {4, 12, 8, 4, 12, 16, 4, 112, 28, 24, 68, 100, 4};
     ASSERT_EQ(list.properties.size(), 13u);
     for (size_t i = 0; i < 13; ++i) {
@@ -91,11 +101,11 @@ TEST(PiPL, KindNamesVersionAndEntryPoint) {
     EXPECT_EQ(Data("name"), Padded(Bytes("\x0AQuorvex..."), 12));
     EXPECT_EQ(Data("catg"), Bytes("\x07Velmora"));
     EXPECT_EQ(Data("vers"), Word32(0x00040000));
-    EXPECT_EQ(Data("wx86"), Padded(Bytes("ENTRYPOINT"), 12));
+    EXPECT_EQ(Data(CodeKey().c_str()), Padded(Bytes("ENTRYPOINT"), 12));
     EXPECT_EQ(Data("eGLO"), Word32(0x00385FFC));
 
     const std::vector<std::string> exported = ExportedNames();
-    const std::vector<uint8_t> entry = Data("wx86");
+    const std::vector<uint8_t> entry = Data(CodeKey().c_str());
     EXPECT_NE(std::find(exported.begin(), exported.end(),
                         std::string(reinterpret_cast<const char*>(entry.data()))),
               exported.end())

@@ -8,7 +8,8 @@
 namespace {
 
 // A PE file read into memory, with the mapping from relative virtual
-// addresses to file offsets through the section table.
+// addresses to file offsets through the section table. Only an image with
+// the optional header of this program's own kind (32-bit or 64-bit) is read.
 class PeFile {
   public:
     PeFile() {
@@ -16,13 +17,13 @@ class PeFile {
         bytes_.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
         const auto* dos = At<IMAGE_DOS_HEADER>(0);
         if (!dos || dos->e_magic != IMAGE_DOS_SIGNATURE || dos->e_lfanew < 0) return;
-        headers_ = At<IMAGE_NT_HEADERS32>(dos->e_lfanew);
+        headers_ = At<IMAGE_NT_HEADERS>(dos->e_lfanew);
         if (!headers_ || headers_->Signature != IMAGE_NT_SIGNATURE ||
-            headers_->OptionalHeader.Magic != IMAGE_NT_OPTIONAL_HDR32_MAGIC) {
+            headers_->OptionalHeader.Magic != IMAGE_NT_OPTIONAL_HDR_MAGIC) {
             headers_ = nullptr;
             return;
         }
-        sectionsOffset_ = dos->e_lfanew + offsetof(IMAGE_NT_HEADERS32, OptionalHeader) +
+        sectionsOffset_ = dos->e_lfanew + offsetof(IMAGE_NT_HEADERS, OptionalHeader) +
                           headers_->FileHeader.SizeOfOptionalHeader;
     }
 
@@ -61,7 +62,7 @@ class PeFile {
 
   private:
     std::vector<uint8_t> bytes_;
-    const IMAGE_NT_HEADERS32* headers_ = nullptr;
+    const IMAGE_NT_HEADERS* headers_ = nullptr;
     size_t sectionsOffset_ = 0;
 };
 

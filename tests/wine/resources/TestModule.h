@@ -12,6 +12,7 @@
 std::vector<uint8_t> LoadModuleResource(const char* type, const char* name);
 std::vector<uint8_t> LoadModuleResource(const char* type, int id);
 
-// Empty when the file is not a readable 32-bit PE image.
+// Empty when the file is not a readable PE image of the tests' own kind
+// (32-bit or 64-bit).
 std::vector<std::string> ExportedNames();
 std::vector<std::string> ImportedLibraries();

@@ -31,13 +31,13 @@ campaign='
   exit $rc'
 export JOBS=$jobs PER=$per COUNT=$count SEED=$seed DIR=$dir SOAK_ARGS=${SOAK_ARGS:-}
 if [ "${SOAK_HEADLESS:-0}" = 1 ]; then
-    . scripts/wine-env.sh
-    scripts/wine-prefix.sh
+    . scripts/wine-env.sh "$build"
+    scripts/wine-prefix.sh "$build"
     wineserver -k 2>/dev/null; wineserver -w 2>/dev/null
     env -u DISPLAY bash -c "$campaign"; rc=$?
     wineserver -k 2>/dev/null; wineserver -w 2>/dev/null
 else
-    bash scripts/with-display.sh bash -c "$campaign"; rc=$?
+    bash scripts/with-display.sh "$build" bash -c "$campaign"; rc=$?
 fi
 # Wine ends its console lines with CR LF.
 logs=$(cat "$dir"/soak-*.log | tr -d '\r')

@@ -24,7 +24,7 @@ TEST_F(HostServices, WithoutUsableHandleServicesWindowsMemoryServes) {
         EXPECT_FALSE(fresh.handles().IsLive(reinterpret_cast<Handle>(fresh.data())));
         EXPECT_EQ(reinterpret_cast<const FilterParameters*>(*parameters)->tolerance, 50.0f);
         // The Windows block carries its tag after the master pointer.
-        EXPECT_EQ(std::string(reinterpret_cast<char*>(fresh.record().parameters) + 4, 4), "OTOF");
+        EXPECT_EQ(std::string(reinterpret_cast<char*>(parameters) + sizeof(Ptr), 4), "OTOF");
         EXPECT_EQ(fresh.log().faults, std::vector<std::string>{});
     }
 }
@@ -55,7 +55,7 @@ TEST_F(HostServices, BadDataAndMissingCallbacksNeverCrash) {
 }
 
 TEST_F(HostServices, AnOlderHostsShortRecordIsNotWrittenPast) {
-    host.settings.recordSize = 452;
+    host.settings.recordSize = kMinimumFilterRecordSize;
     EXPECT_TRUE(host.Run().Ok());
 }
 

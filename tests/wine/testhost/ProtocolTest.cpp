@@ -118,14 +118,16 @@ TEST(HostRun, AbortAnswersTrueFromTheChosenPollOnEachRun) {
 TEST(HostRun, OlderRecordSizeCatchesWritesPastItsEnd) {
     TestHost host;
     host.image() = Image(2, 2, 3);
-    host.settings.recordSize = 452;
+    host.settings.recordSize = kMinimumFilterRecordSize;
     UseFakeModule(host, [](int16_t selector, FilterRecord* r, intptr_t*, int16_t*) {
-        if (selector == filterSelectorPrepare) r->maxSpace64 = 1;  // inside 452 bytes
-        if (selector == filterSelectorStart) r->reserved[20] = 1;  // at offset 460
+        if (selector == filterSelectorPrepare) r->hasImageScrap = 1;  // inside
+        if (selector == filterSelectorStart)
+            reinterpret_cast<char*>(r)[kMinimumFilterRecordSize + 8] = 1;
     });
     ASSERT_TRUE(host.Run().Ok());
     ASSERT_EQ(host.log().faults.size(), 1u);
-    EXPECT_NE(host.log().faults[0].find("452"), std::string::npos);
+    EXPECT_NE(host.log().faults[0].find(std::to_string(kMinimumFilterRecordSize)),
+              std::string::npos);
 }
 
 }  // namespace
