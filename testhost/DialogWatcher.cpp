@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstring>
 
+#include "testhost/HostClock.h"
+
 namespace testhost {
 
 namespace {
@@ -120,6 +122,7 @@ void DialogWatcher::Activated(HWND window) {
         if (GetDlgItem(window, registration.itemId) == nullptr) continue;
         shown.handledByTest = true;
         log_->dialogs.push_back(shown);
+        const HostTimeScope hostTime;  // the test's own work inside the module's call
         registration.handler(window);
         return;
     }

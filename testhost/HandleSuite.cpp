@@ -4,6 +4,8 @@
 #include <cstring>
 #include <sstream>
 
+#include "testhost/HostClock.h"
+
 namespace testhost {
 
 namespace {
@@ -127,16 +129,19 @@ void HandleSuite::Fault(const std::string& text) {
 }
 
 Handle HandleSuite::NewProc(int32_t size) {
+    const HostTimeScope hostTime;
     if (current_ == nullptr || size > current_->newHandleLimit_) return nullptr;
     return current_->Allocate(size);
 }
 
 void HandleSuite::DisposeProc(Handle h) {
+    const HostTimeScope hostTime;
     if (current_ == nullptr || h == nullptr) return;
     if (current_->Find(h, "disposeProc") != nullptr) current_->Dispose(h);
 }
 
 int32_t HandleSuite::GetSizeProc(Handle h) {
+    const HostTimeScope hostTime;
     if (current_ == nullptr) return 0;
     Block* block = current_->Find(h, "getSizeProc");
     if (block == nullptr || current_->sizeQuirk_) return 0;
@@ -144,6 +149,7 @@ int32_t HandleSuite::GetSizeProc(Handle h) {
 }
 
 OSErr HandleSuite::SetSizeProc(Handle h, int32_t newSize) {
+    const HostTimeScope hostTime;
     if (current_ == nullptr) return nilHandleErr;
     Block* block = current_->Find(h, "setSizeProc");
     if (block == nullptr) return nilHandleErr;
@@ -154,6 +160,7 @@ OSErr HandleSuite::SetSizeProc(Handle h, int32_t newSize) {
 }
 
 Ptr HandleSuite::LockProc(Handle h, Boolean) {
+    const HostTimeScope hostTime;
     if (current_ == nullptr) return nullptr;
     Block* block = current_->Find(h, "lockProc");
     if (block == nullptr) return nullptr;
@@ -162,6 +169,7 @@ Ptr HandleSuite::LockProc(Handle h, Boolean) {
 }
 
 void HandleSuite::UnlockProc(Handle h) {
+    const HostTimeScope hostTime;
     if (current_ == nullptr) return;
     Block* block = current_->Find(h, "unlockProc");
     if (block == nullptr) return;
@@ -173,6 +181,7 @@ void HandleSuite::UnlockProc(Handle h) {
 }
 
 void HandleSuite::RecoverSpaceProc(int32_t) {
+    const HostTimeScope hostTime;
     if (current_ != nullptr && current_->recoverSpaceCalls_ != nullptr) {
         ++*current_->recoverSpaceCalls_;
     }

@@ -2,6 +2,7 @@
 // reach the host through the one active TestHost.
 #include "testhost/ColorServices.h"
 #include "testhost/DisplayPixels.h"
+#include "testhost/HostClock.h"
 #include "testhost/TestHost.h"
 
 namespace testhost {
@@ -9,6 +10,7 @@ namespace testhost {
 TestHost* TestHost::active_ = nullptr;
 
 Boolean TestHost::AbortProc() {
+    const HostTimeScope hostTime;
     if (active_ == nullptr) return false;
     ++active_->log_.abortPolls;
     ++active_->runAbortPolls_;
@@ -17,10 +19,12 @@ Boolean TestHost::AbortProc() {
 }
 
 void TestHost::ProgressProc(int32_t done, int32_t total) {
+    const HostTimeScope hostTime;
     if (active_ != nullptr) active_->log_.progress.push_back({done, total});
 }
 
 OSErr TestHost::AdvanceStateProc() {
+    const HostTimeScope hostTime;
     if (active_ == nullptr || active_->recordBytes_.empty()) return paramErr;
     if (active_->settings.advanceStateError != noErr) return active_->settings.advanceStateError;
     return active_->Serve(ServeRecord::kAdvanceState);
@@ -28,6 +32,7 @@ OSErr TestHost::AdvanceStateProc() {
 
 OSErr TestHost::DisplayPixelsProc(const PSPixelMap* source, const VRect* srcRect, int32_t dstRow,
                                   int32_t dstCol, void* platformContext) {
+    const HostTimeScope hostTime;
     const OSErr result =
         DrawPixelMap(source, srcRect, dstRow, dstCol, static_cast<HDC>(platformContext));
     if (active_ != nullptr) {
@@ -47,6 +52,7 @@ OSErr TestHost::DisplayPixelsProc(const PSPixelMap* source, const VRect* srcRect
 }
 
 OSErr TestHost::ColorServicesProc(ColorServicesInfo* info) {
+    const HostTimeScope hostTime;
     if (active_ == nullptr || active_->recordBytes_.empty()) return errPlugInHostInsufficient;
     ColorServicesRecord call;
     if (info != nullptr) {
@@ -66,10 +72,12 @@ OSErr TestHost::ColorServicesProc(ColorServicesInfo* info) {
 }
 
 void TestHost::ProcessEventProc(void*) {
+    const HostTimeScope hostTime;
     if (active_ != nullptr) ++active_->log_.processEventCalls;
 }
 
 void TestHost::HostProcDummy(int16_t selector, intptr_t*) {
+    const HostTimeScope hostTime;
     if (active_ != nullptr) active_->log_.hostProcSelectors.push_back(selector);
 }
 

@@ -33,6 +33,9 @@ struct CallRecord {
     // Lock count of the globals handle (*data) after the call; -1 when
     // *data is zero or not a handle of this host.
     int globalsLocksAfter = -1;
+    // Wall time of the call, and the part of it spent in host callbacks.
+    double seconds = 0;
+    double hostSeconds = 0;
 };
 
 // One delivery of data to the module.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "testhost/HostClock.h"
+
 namespace testhost {
 
 namespace {
@@ -184,7 +186,10 @@ OSErr TestHost::Call(int16_t selector) {
     aboutRecord.platformData = &platform_;
     void* block = about ? static_cast<void*>(&aboutRecord) : recordBytes_.data();
     dialogs_.BeginCall();
+    callHostStart_ = HostTicks();
+    callStart_ = Ticks();
     entry_(selector, block, &data_, &result);
+    const int64_t end = Ticks();
     dialogs_.EndCall();
     CheckRecordGuard();
     handles_.CheckGuards();
@@ -195,6 +200,8 @@ OSErr TestHost::Call(int16_t selector) {
     call.result = result;
     if (!recordBytes_.empty()) call.requestAfter = ReadRequest(record());
     call.globalsLocksAfter = GlobalsLocks();
+    call.seconds = TicksToSeconds(end - callStart_);
+    call.hostSeconds = TicksToSeconds(HostTicks() - callHostStart_);
     log_.calls.push_back(call);
     if (selector == filterSelectorFinish) {
         pixels_.Commit(output_, image_, settings.blendThroughMask);
@@ -308,6 +315,11 @@ void* TestHost::ParametersBlock() {
 
 std::string TestHost::ErrorString() const {
     return std::string(reinterpret_cast<const char*>(&errorString_[1]), errorString_[0]);
+}
+
+TestHost::CallTimes TestHost::TimesInCall() const {
+    const int64_t host = HostTicks() - callHostStart_;
+    return {TicksToSeconds(Ticks() - callStart_ - host), TicksToSeconds(host)};
 }
 
 int TestHost::GlobalsLocks() const { return handles_.LockCount(reinterpret_cast<Handle>(data_)); }

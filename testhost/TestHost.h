@@ -130,6 +130,14 @@ class TestHost {
     // ---- Records ----
     HostLog& log() { return log_; }
     void ClearLog() { log_ = HostLog{}; }
+    // The call in progress so far, split into the module's own seconds and
+    // those spent in host callbacks (for benchmarks that stop the clock
+    // inside a call, e.g. when the dialog has opened).
+    struct CallTimes {
+        double module;
+        double host;
+    };
+    CallTimes TimesInCall() const;
 
   private:
     void FillRecord();
@@ -173,6 +181,8 @@ class TestHost {
     intptr_t data_ = 0;
     bool runInProgress_ = false;
     int runAbortPolls_ = 0;
+    int64_t callStart_ = 0;      // Ticks() when the call in progress began
+    int64_t callHostStart_ = 0;  // HostTicks() then
 };
 
 }  // namespace testhost

@@ -1,16 +1,24 @@
-// Times one real run of the module through the test host on a large photo
-// and reports the process's peak memory. Not a test: run it by hand or with
+// Times whole real runs of the module through the test host on a large photo
+// and tells the module's own time from the host's: each selector call's wall
+// time less the time spent in host callbacks (advanceState's delivery, handle
+// services). Beside it, a floor measured in the same process: plain copies of
+// the bytes a run must touch (the image in, the image out and the mask).
+// Medians of several runs. Not a test: run it by hand or with
 // `make bench-host`.
 //
-//   host_run_bench [width height selectionWidth selectionHeight]
+//   host_run_bench [width height selectionWidth selectionHeight [runs]]
 #include <windows.h>
 
 #include <psapi.h>
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <map>
+#include <vector>
 
+#include "testhost/HostClock.h"
 #include "testhost/TestHost.h"
 
 namespace {
@@ -26,10 +34,24 @@ void PaintEyes(testhost::Image& image) {
     }
 }
 
-double Seconds(LARGE_INTEGER from, LARGE_INTEGER to) {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    return double(to.QuadPart - from.QuadPart) / double(frequency.QuadPart);
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+// One plain copy of a buffer: the floor adds one for the image in, one for
+// the image out and one for the mask.
+double CopySeconds(std::vector<char>& from, std::vector<char>& to) {
+    const int64_t start = testhost::Ticks();
+    std::memcpy(to.data(), from.data(), from.size());
+    const int64_t end = testhost::Ticks();
+    return testhost::TicksToSeconds(end - start);
+}
+
+const char* SelectorName(int16_t selector) {
+    static const char* const kNames[] = {"about", "parameters", "prepare",
+                                         "start", "continue",   "finish"};
+    return selector >= 0 && selector <= 5 ? kNames[selector] : "other";
 }
 
 }  // namespace
@@ -39,6 +61,7 @@ int main(int argc, char** argv) {
     const int height = argc > 4 ? std::atoi(argv[2]) : 4000;
     const int selectionWidth = argc > 4 ? std::atoi(argv[3]) : 2000;
     const int selectionHeight = argc > 4 ? std::atoi(argv[4]) : 1000;
+    const int runs = argc > 5 ? std::max(1, std::atoi(argv[5])) : 5;
 
     testhost::TestHost host;
     if (!host.Load(QUORVEX_MODULE_PATH)) {
@@ -51,19 +74,52 @@ int main(int argc, char** argv) {
                             selectionWidth, selectionHeight);
     host.settings.maxSpace = 1 << 30;
 
-    LARGE_INTEGER start, end;
-    QueryPerformanceCounter(&start);
-    const testhost::RunReport report = host.Run();
-    QueryPerformanceCounter(&end);
+    const size_t imageBytes = size_t(width) * height * 3;
+    const size_t maskBytes = size_t(width) * height;
+    std::vector<char> source(imageBytes, 1), target(imageBytes), mask(maskBytes, 1),
+        maskCopy(maskBytes);
+    std::vector<double> whole, module, callbacks, floor;
+    std::map<int16_t, std::vector<double>> moduleBySelector;
+    int result = noErr;
+    for (int run = 0; run < runs; ++run) {
+        floor.push_back(CopySeconds(source, target) + CopySeconds(target, source) +
+                        CopySeconds(mask, maskCopy));
+        host.ClearLog();
+        const int64_t start = testhost::Ticks();
+        result = host.Run().result;
+        whole.push_back(testhost::TicksToSeconds(testhost::Ticks() - start));
+        double moduleSeconds = 0, hostSeconds = 0;
+        std::map<int16_t, double> bySelector;
+        for (const testhost::CallRecord& call : host.log().calls) {
+            moduleSeconds += call.seconds - call.hostSeconds;
+            hostSeconds += call.hostSeconds;
+            bySelector[call.selector] += call.seconds - call.hostSeconds;
+        }
+        module.push_back(moduleSeconds);
+        callbacks.push_back(hostSeconds);
+        for (const auto& entry : bySelector) moduleBySelector[entry.first].push_back(entry.second);
+    }
 
     PROCESS_MEMORY_COUNTERS memory{};
     memory.cb = sizeof(memory);
     GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory));
-    const double pixels = double(selectionWidth) * selectionHeight;
-    std::printf("image %dx%d, selection %dx%d: result %d, %.3f s for the whole run\n", width,
-                height, selectionWidth, selectionHeight, report.result, Seconds(start, end));
-    std::printf("working buffers of the run: %.1f MB\n", pixels * 16 / 1e6);
-    std::printf("process peak: working set %.1f MB, committed %.1f MB (host copies included)\n",
+    std::printf("%d-bit module, image %dx%d, selection %dx%d, result %d, medians of %d runs:\n",
+                int(sizeof(void*) * 8), width, height, selectionWidth, selectionHeight, result,
+                runs);
+    std::printf(
+        "  whole run %.3f s: module %.3f s, host callbacks %.3f s, host between calls "
+        "%.3f s\n",
+        Median(whole), Median(module), Median(callbacks),
+        Median(whole) - Median(module) - Median(callbacks));
+    std::printf("  module by selector:");
+    for (const auto& entry : moduleBySelector) {
+        std::printf(" %s %.3f s", SelectorName(entry.first), Median(entry.second));
+    }
+    std::printf(
+        "\n  floor (copies of image in, image out and mask, %.0f MB): %.3f s; module "
+        "%.1fx the floor\n",
+        (2 * imageBytes + maskBytes) / 1e6, Median(floor), Median(module) / Median(floor));
+    std::printf("  process peak: working set %.1f MB, committed %.1f MB (host copies included)\n",
                 memory.PeakWorkingSetSize / 1e6, memory.PeakPagefileUsage / 1e6);
-    return report.Ok() ? 0 : 1;
+    return result == noErr ? 0 : 1;
 }
