@@ -4,7 +4,7 @@
 # failed (caught it), then puts the original file back before the next one.
 #
 #   scripts/fault-check.py [--only ID,ID...] [--out results.tsv] [--win BUILD_DIR]
-#                          [--native BUILD_DIR] [--exclude REGEX] [--list]
+#                          [--native BUILD_DIR] [--exclude REGEX] [--jobs N] [--list]
 #
 # --list only prints the faults and checks that each one applies (no build).
 # Results: one TSV line per fault, id, area, file, what, caught (yes, no or
@@ -86,8 +86,8 @@ def check_fault(fault, args, log):
         if native:
             failures += failed_tests(run_logged(
                 ["ctest", "--test-dir", args.native, "-j2", "--timeout", "120"], log))
-        windows = ["bash", "scripts/with-display.sh", args.win,
-                   "ctest", "--test-dir", args.win, "--timeout", "120"]
+        windows = ["bash", "scripts/with-display.sh", args.win, "ctest", "--test-dir", args.win,
+                   "--timeout", "120", "-j", str(args.jobs)]
         if args.exclude:
             windows += ["-E", args.exclude]
         failures += failed_tests(run_logged(windows, log))
@@ -103,6 +103,7 @@ def main():
     parser.add_argument("--win", default="build/win64")
     parser.add_argument("--native", default="build/native")
     parser.add_argument("--exclude", help="ctest -E regex for the Windows suite")
+    parser.add_argument("--jobs", type=int, default=1, help="Windows tests run side by side")
     parser.add_argument("--list", action="store_true", help="list and check the faults only")
     args = parser.parse_args()
 
