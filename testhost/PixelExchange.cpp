@@ -1,6 +1,7 @@
 #include "testhost/PixelExchange.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace testhost {
 
@@ -70,17 +71,18 @@ OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Image& des
 
     keep(Prepare(in_, "inData", request.inRect, request.inLoPlane, request.inHiPlane,
                  source.Planes(), sampleBytes, settings.extraRowBytes));
-    keep(Fill(in_, source, request.inputRate, request.inputPadding,
+    const size_t pixelBytes = size_t(source.Planes()) * sampleBytes;
+    keep(Fill(in_, source, source.Data(), pixelBytes, request.inputRate, request.inputPadding,
               [&source](int x, int y, int plane) { return source.Sample(x, y, plane); }));
     keep(Prepare(out_, "outData", request.outRect, request.outLoPlane, request.outHiPlane,
                  source.Planes(), sampleBytes, settings.extraRowBytes));
-    keep(Fill(out_, destination, kFixedOne, request.outputPadding,
+    keep(Fill(out_, destination, destination.Data(), pixelBytes, kFixedOne, request.outputPadding,
               [&destination](int x, int y, int plane) { return destination.Sample(x, y, plane); }));
     out_.pendingCommit = !out_.bytes.empty();
     const bool maskWanted = record.haveMask != 0 && source.HasMask();
     keep(Prepare(mask_, "maskData", maskWanted ? request.maskRect : VRect{}, 0, 0, 1, 1,
                  settings.extraRowBytes));
-    keep(Fill(mask_, source, request.maskRate, request.maskPadding,
+    keep(Fill(mask_, source, source.Mask().data(), 1, request.maskRate, request.maskPadding,
               [&source](int x, int y, int) { return source.MaskAt(x, y); }));
 
     auto hand = [](Buffer& buffer, bool withhold, void** data, int32_t* rowBytes) {
@@ -114,7 +116,7 @@ OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Image& des
 
 OSErr PixelExchange::Prepare(Buffer& buffer, const char* name, const VRect& rect, int loPlane,
                              int hiPlane, int imagePlanes, int sampleBytes, int32_t extraRowBytes) {
-    buffer = Buffer{};
+    Clear(buffer);
     buffer.name = name;
     if (IsEmpty(rect)) return noErr;
     if (loPlane < 0 || hiPlane >= imagePlanes || loPlane > hiPlane) {
@@ -142,11 +144,38 @@ OSErr PixelExchange::Prepare(Buffer& buffer, const char* name, const VRect& rect
     return noErr;
 }
 
+template <typename CopyRun>
+bool PixelExchange::ForEachRun(const Buffer& buffer, int width, int height, size_t pixelBytes,
+                               CopyRun copy) {
+    const VRect& r = buffer.rect;
+    if (r.left < 0 || r.top < 0 || r.right > width || r.bottom > height) return false;
+    const size_t taken = static_cast<size_t>(buffer.planes) * buffer.sampleBytes;
+    const size_t skipped = static_cast<size_t>(buffer.loPlane) * buffer.sampleBytes;
+    const size_t pixels = static_cast<size_t>(r.right - r.left);
+    for (int32_t y = r.top; y < r.bottom; ++y) {
+        const size_t row = static_cast<size_t>(y - r.top) * static_cast<size_t>(buffer.rowBytes);
+        const size_t first = (static_cast<size_t>(y) * width + r.left) * pixelBytes + skipped;
+        if (taken == pixelBytes) {
+            copy(row, first, pixels * taken);
+            continue;
+        }
+        for (size_t x = 0; x < pixels; ++x) copy(row + x * taken, first + x * pixelBytes, taken);
+    }
+    return true;
+}
+
 template <typename SampleAt>
-OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, Fixed rate, int16_t padding,
-                          SampleAt sampleAt) {
+OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, const uint8_t* document,
+                          size_t pixelBytes, Fixed rate, int16_t padding, SampleAt sampleAt) {
     if (buffer.bytes.empty()) return noErr;
     if (rate <= 0) rate = kFixedOne;
+    uint8_t* bytes = buffer.bytes.data();
+    if (rate == kFixedOne && ForEachRun(buffer, image.Width(), image.Height(), pixelBytes,
+                                        [bytes, document](size_t at, size_t from, size_t count) {
+                                            std::memcpy(bytes + at, document + from, count);
+                                        })) {
+        return noErr;
+    }
     const bool replicate = padding == -1 && image.Width() > 0 && image.Height() > 0;
     const uint16_t padValue = padding >= 0 && padding <= 255 ? static_cast<uint16_t>(padding) : 0;
     bool reachedOutside = false;
@@ -185,6 +214,16 @@ void PixelExchange::Commit(Image& destination, const Image& source, bool blend) 
     CheckPadding(out_);
     if (!out_.pendingCommit) return;
     out_.pendingCommit = false;
+    const uint8_t* bytes = out_.bytes.data();
+    uint8_t* document = destination.Data();
+    const size_t pixelBytes = size_t(destination.Planes()) * destination.BytesPerSample();
+    if ((!blend || !source.HasMask()) &&
+        ForEachRun(out_, destination.Width(), destination.Height(), pixelBytes,
+                   [bytes, document](size_t at, size_t to, size_t count) {
+                       std::memcpy(document + to, bytes + at, count);
+                   })) {
+        return;
+    }
     const VRect& r = out_.rect;
     for (int32_t y = std::max(r.top, 0); y < std::min(r.bottom, destination.Height()); ++y) {
         const uint8_t* row = out_.bytes.data() + static_cast<size_t>(y - r.top) * out_.rowBytes;
@@ -244,9 +283,18 @@ void PixelExchange::CheckStaleData() {
 }
 
 void PixelExchange::Reset() {
-    in_ = Buffer{};
-    out_ = Buffer{};
-    mask_ = Buffer{};
+    Clear(in_);
+    Clear(out_);
+    Clear(mask_);
+}
+
+void PixelExchange::Clear(Buffer& buffer) {
+    // The memory stays with the buffer for the next request, as an editor
+    // keeps its tiles: no fresh pages to fault in on every delivery.
+    std::vector<uint8_t> storage = std::move(buffer.bytes);
+    storage.clear();
+    buffer = Buffer{};
+    buffer.bytes = std::move(storage);
 }
 
 void PixelExchange::Fault(const std::string& text) {

@@ -56,9 +56,21 @@ class PixelExchange {
 
     OSErr Prepare(Buffer& buffer, const char* name, const VRect& rect, int loPlane, int hiPlane,
                   int imagePlanes, int sampleBytes, int32_t extraRowBytes);
+    // Fills the buffer from `image`, whose own bytes are `document` with
+    // `pixelBytes` to a pixel (the fast path copies from there).
     template <typename SampleAt>
-    OSErr Fill(Buffer& buffer, const Image& image, Fixed rate, int16_t padding, SampleAt sampleAt);
+    OSErr Fill(Buffer& buffer, const Image& image, const uint8_t* document, size_t pixelBytes,
+               Fixed rate, int16_t padding, SampleAt sampleAt);
+    // The fast path of Fill and Commit, for a rectangle inside a document of
+    // width x height pixels: calls copy(offset in the buffer, offset in the
+    // document, bytes) for runs of bytes, one per row when the buffer holds
+    // every plane, else one per pixel. False, and no call, otherwise.
+    template <typename CopyRun>
+    static bool ForEachRun(const Buffer& buffer, int width, int height, size_t pixelBytes,
+                           CopyRun copy);
     void CheckPadding(const Buffer& buffer);
+    // Empties the buffer and forgets its request.
+    static void Clear(Buffer& buffer);
     void Fault(const std::string& text);
 
     std::vector<std::string>* faults_;
