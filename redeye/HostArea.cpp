@@ -35,6 +35,29 @@ void CopySamples(const HostArea& area, int32_t inRowStep, int32_t outRowStep) {
     }
 }
 
+// The mask is mostly zero: it is skipped eight bytes at a time.
+bool ZeroWord(const uint8_t* bytes) {
+    uint64_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    return word == 0;
+}
+
+// The first selected column of a row, or `width` when there is none.
+int32_t FirstSelected(const uint8_t* row, int32_t width) {
+    int32_t x = 0;
+    while (x + 8 <= width && ZeroWord(row + x)) x += 8;
+    while (x < width && row[x] == 0) ++x;
+    return x;
+}
+
+// The last selected column of a row that has one.
+int32_t LastSelected(const uint8_t* row, int32_t width) {
+    int32_t end = width;
+    while (end >= 8 && ZeroWord(row + end - 8)) end -= 8;
+    while (row[end - 1] == 0) --end;
+    return end - 1;
+}
+
 }  // namespace
 
 void CopyUnsupportedArea(const HostArea& area, int32_t depth) {
@@ -97,13 +120,12 @@ SelectionBounds FindSelectionBounds(const uint8_t* mask, int32_t maskRowBytes, i
     if (mask == nullptr) return bounds;
     for (int32_t y = 0; y < height; ++y) {
         const uint8_t* row = mask + static_cast<intptr_t>(y) * maskRowBytes;
-        for (int32_t x = 0; x < width; ++x) {
-            if (row[x] == 0) continue;
-            bounds.minX = std::min(bounds.minX, x);
-            bounds.maxX = std::max(bounds.maxX, x);
-            bounds.minY = std::min(bounds.minY, y);
-            bounds.maxY = std::max(bounds.maxY, y);
-        }
+        const int32_t first = FirstSelected(row, width);
+        if (first >= width) continue;
+        bounds.minX = std::min(bounds.minX, first);
+        bounds.maxX = std::max(bounds.maxX, LastSelected(row, width));
+        bounds.minY = std::min(bounds.minY, y);
+        bounds.maxY = std::max(bounds.maxY, y);
     }
     return bounds;
 }
