@@ -93,7 +93,8 @@ def check_fault(fault, args, log):
         if failed and args.jobs > 1:
             # GUI tests side by side share one desktop and can fail for that
             # alone: only a failure that comes again when run alone counts.
-            failed = failed_tests(run_logged(windows + ["--rerun-failed"], log))
+            alone = "^(" + "|".join(re.escape(name) for name in failed) + ")$"
+            failed = failed_tests(run_logged(windows + ["-R", alone], log))
         failures += failed
         return ("yes" if failures else "no"), failures
     finally:

@@ -10,7 +10,7 @@
 #include "DialogRun.h"
 #include "Portrait.h"
 #include "ShellRecorder.h"
-#include "tests/wine/controls/ScreenCapture.h"
+#include "ScreenCapture.h"
 
 namespace {
 

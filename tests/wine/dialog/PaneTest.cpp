@@ -7,7 +7,7 @@
 
 #include "DialogRun.h"
 #include "Portrait.h"
-#include "tests/wine/controls/ScreenCapture.h"
+#include "ScreenCapture.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "DialogRun.h"
-#include "tests/wine/controls/ScreenCapture.h"
+#include "ScreenCapture.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "ExpectedPixels.h"
 #include "RedEyeImage.h"
 #include "plugin/FilterParameters.h"
-#include "tests/wine/dialog/DialogRun.h"
+#include "DialogRun.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 #include <vector>
 
 #include "QuorvexVersion.h"
-#include "tests/wine/dialog/DialogRun.h"
-#include "tests/wine/dialog/ImportPatch.h"
-#include "tests/wine/dialog/Portrait.h"
-#include "tests/wine/dialog/ShellRecorder.h"
+#include "DialogRun.h"
+#include "ImportPatch.h"
+#include "Portrait.h"
+#include "ShellRecorder.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 
 #include "dialog/MainDialogIds.h"
 #include "testhost/TestHost.h"
-#include "tests/wine/robust/ResourceCounts.h"
+#include "ResourceCounts.h"
 
 namespace {
 

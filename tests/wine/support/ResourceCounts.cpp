@@ -1,4 +1,4 @@
-#include "tests/wine/robust/ResourceCounts.h"
+#include "ResourceCounts.h"
 
 #include <windows.h>
 
