@@ -15,18 +15,19 @@ class FuzzInput {
     FuzzInput(const uint8_t* data, size_t size) : data_(data), size_(size) {}
 
     uint8_t Byte() { return position_ < size_ ? data_[position_++] : 0; }
-    uint16_t Word() { return static_cast<uint16_t>(Byte() | (Byte() << 8)); }
+    // Little-endian, low byte first (the two reads of one expression would
+    // come in no fixed order).
+    uint16_t Word() {
+        const uint8_t low = Byte();
+        return static_cast<uint16_t>(low | (Byte() << 8));
+    }
     uint32_t Bits32() {
-        return static_cast<uint32_t>(Word()) | (static_cast<uint32_t>(Word()) << 16);
+        const uint32_t low = Word();
+        return low | (static_cast<uint32_t>(Word()) << 16);
     }
     // A value in [lo, hi].
     int32_t Between(int32_t lo, int32_t hi) {
-        const uint32_t span = static_cast<uint32_t>(hi - lo) + 1;
-        return lo + static_cast<int32_t>(Bits32() % span);
-    }
-    int32_t Pick4(int32_t a, int32_t b, int32_t c, int32_t d) {
-        const int32_t values[] = {a, b, c, d};
-        return values[Byte() % 4];
+        return lo + static_cast<int32_t>(Bits32() % (static_cast<uint32_t>(hi - lo) + 1));
     }
     // The floats a host may keep in the stored record: the special values
     // often, any bit pattern sometimes, ordinary user values otherwise.
@@ -37,9 +38,18 @@ class FuzzInput {
         if (kind == 13) return static_cast<float>(static_cast<int16_t>(Word())) / 64.0f;
         return static_cast<float>(Byte() % 101);
     }
-    // The unread rest of the input.
-    const uint8_t* Rest() const { return data_ + position_; }
-    size_t RestSize() const { return size_ - position_; }
+    // Fills a buffer of any size from a generator seeded by the next four
+    // bytes, so that a short input still gives buffers full of values.
+    template <typename Bytes>
+    void Fill(Bytes& bytes) {
+        uint32_t state = Bits32() | 1;
+        for (auto& b : bytes) {
+            state ^= state << 13;
+            state ^= state >> 17;
+            state ^= state << 5;
+            b = static_cast<uint8_t>(state);
+        }
+    }
 
   private:
     const uint8_t* data_;

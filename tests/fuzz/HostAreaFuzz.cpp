@@ -1,7 +1,7 @@
 // Fuzz target: the driver's copies between the host's buffers and the work
 // image, and the selection scan, with random geometry inside buffers of
 // exactly the size the host hands out. Each operation is compared with a
-// plain loop, and bytes past each row's pixels must stay untouched.
+// plain loop over the pixels, so any other byte must stay as it was.
 #include <algorithm>
 #include <cstdint>
 #include <vector>
@@ -14,162 +14,141 @@ namespace {
 using fuzz::FuzzInput;
 using fuzz::Require;
 
-// The host's side: in and out buffers of `sampleBytes` per sample, rows of
-// the pixels plus some padding; either may be withheld.
-struct HostBuffers {
-    int32_t width, height, planes, sampleBytes;
+// Byte k of pixel (x, y) in rows of `rowBytes`, pixels of `pixelBytes`.
+size_t At(int32_t rowBytes, int32_t pixelBytes, int32_t x, int32_t y, int32_t k) {
+    return static_cast<size_t>(y) * rowBytes + static_cast<size_t>(x) * pixelBytes + k;
+}
+
+// The host's side: in and out buffers of `sampleBytes` a sample, rows of the
+// pixels plus some padding; either may be withheld.
+struct Host {
+    int32_t width, height, planes, sampleBytes, inRowBytes, outRowBytes;
     std::vector<uint8_t> in, out;
-    int32_t inRowBytes, outRowBytes;
     bool inGiven, outGiven;
 
-    explicit HostBuffers(FuzzInput& input)
+    explicit Host(FuzzInput& input)
         : width(input.Byte() % 40),
           height(input.Byte() % 40),
           planes(1 + input.Byte() % 6),
-          sampleBytes(1 + input.Byte() % 2) {
-        const int32_t used = width * planes * sampleBytes;
-        inRowBytes = used + input.Byte() % 8;
-        outRowBytes = used + input.Byte() % 8;
-        in.resize(static_cast<size_t>(inRowBytes) * height);
-        out.resize(static_cast<size_t>(outRowBytes) * height);
-        for (uint8_t& b : in) b = input.Byte();
-        for (uint8_t& b : out) b = input.Byte();
+          sampleBytes(1 + input.Byte() % 2),
+          inRowBytes(width * planes * sampleBytes + input.Byte() % 8),
+          outRowBytes(width * planes * sampleBytes + input.Byte() % 8),
+          in(static_cast<size_t>(inRowBytes) * height),
+          out(static_cast<size_t>(outRowBytes) * height) {
+        input.Fill(in);
+        input.Fill(out);
         inGiven = input.Byte() % 8 != 0;
         outGiven = input.Byte() % 8 != 0;
     }
-
     HostArea Area() {
-        return HostArea{inGiven && !in.empty() ? in.data() : nullptr,
+        return HostArea{inGiven ? in.data() : nullptr,
                         inRowBytes,
-                        outGiven && !out.empty() ? out.data() : nullptr,
+                        outGiven ? out.data() : nullptr,
                         outRowBytes,
                         width,
                         height,
                         planes};
     }
-    uint8_t* OutByte(int32_t x, int32_t y, int32_t k) {
-        return &out[static_cast<size_t>(y) * outRowBytes + static_cast<size_t>(x) * planes + k];
-    }
-    const uint8_t* InByte(int32_t x, int32_t y, int32_t k) const {
-        return &in[static_cast<size_t>(y) * inRowBytes + static_cast<size_t>(x) * planes + k];
-    }
-    bool Inside(int32_t x, int32_t y) const { return x >= 0 && y >= 0 && x < width && y < height; }
 };
 
-void CheckUnsupportedCopy(FuzzInput& input, HostBuffers& host) {
-    const int32_t depth = input.Pick4(8, 16, 0, 32);
+void CheckUnsupportedCopy(FuzzInput& input, Host& host) {
+    const int32_t depths[] = {8, 16, 0, 32};
+    const int32_t depth = depths[input.Byte() % 4], size = depth / 8;
     std::vector<uint8_t> expected = host.out;
-    if (host.Area().in != nullptr && host.Area().out != nullptr && (depth == 8 || depth == 16)) {
-        const int32_t size = depth / 8;
+    if (host.inGiven && host.outGiven && (depth == 8 || depth == 16)) {
+        // Three samples, a fourth from four planes on, a fifth with five, of
+        // as many pixels as both rows hold.
         const int32_t samples = std::min(host.planes, 3 + (host.planes >= 4) + (host.planes == 5));
         const int32_t pixelBytes = host.planes * size;
         const int32_t columns =
             std::min({host.width, host.inRowBytes / pixelBytes, host.outRowBytes / pixelBytes});
-        const int32_t inStep = host.inRowBytes / size * size;
-        const int32_t outStep = host.outRowBytes / size * size;
-        for (int32_t y = 0; y < host.height; ++y) {
-            for (int32_t x = 0; x < columns; ++x) {
-                for (int32_t b = 0; b < samples * size; ++b) {
-                    expected[static_cast<size_t>(y) * outStep + x * pixelBytes + b] =
-                        host.in[static_cast<size_t>(y) * inStep + x * pixelBytes + b];
-                }
-            }
-        }
+        for (int32_t y = 0; y < host.height; ++y)
+            for (int32_t x = 0; x < columns; ++x)
+                for (int32_t b = 0; b < samples * size; ++b)
+                    expected[At(host.outRowBytes / size * size, pixelBytes, x, y, b)] =
+                        host.in[At(host.inRowBytes / size * size, pixelBytes, x, y, b)];
     }
     CopyUnsupportedArea(host.Area(), depth);
     Require(host.out == expected, "unsupported-mode copy");
 }
 
-void CheckViewCopy(FuzzInput& input, HostBuffers& host) {
+void CheckViewCopy(FuzzInput& input, Host& host) {
     // The driver clamps the origin to zero or more; the size may be anything.
-    const int32_t originX = input.Byte() % 64;
-    const int32_t originY = input.Byte() % 64;
-    const int32_t columns = input.Between(-8, 72);
-    const int32_t rows = input.Between(-8, 72);
-    std::vector<uint8_t> before = host.out;
-    HostBuffers expected = host;
-    if (host.Area().in != nullptr && host.Area().out != nullptr) {
-        for (int32_t y = 0; y < std::min(rows, host.height - originY); ++y) {
-            for (int32_t x = 0; x < std::min(columns, host.width - originX); ++x) {
-                for (int32_t k = 0; k < host.planes; ++k) {
-                    *expected.OutByte(x, y, k) = *host.InByte(originX + x, originY + y, k);
-                }
-            }
-        }
+    const int32_t originX = input.Byte() % 64, originY = input.Byte() % 64;
+    const int32_t columns = input.Between(-8, 72), rows = input.Between(-8, 72);
+    std::vector<uint8_t> expected = host.out;
+    if (host.inGiven && host.outGiven) {
+        for (int32_t y = 0; y < std::min(rows, host.height - originY); ++y)
+            for (int32_t x = 0; x < std::min(columns, host.width - originX); ++x)
+                for (int32_t k = 0; k < host.planes; ++k)
+                    expected[At(host.outRowBytes, host.planes, x, y, k)] =
+                        host.in[At(host.inRowBytes, host.planes, originX + x, originY + y, k)];
     }
     CopyView(host.Area(), originX, originY, columns, rows);
-    Require(host.out == expected.out, "view copy");
+    Require(host.out == expected, "view copy");
 }
 
 RegionPlacement AnyRegion(FuzzInput& input) {
-    return RegionPlacement{input.Between(-64, 128), input.Between(-64, 128), 1 + input.Byte() % 48,
-                           1 + input.Byte() % 48};
+    return {input.Between(-64, 128), input.Between(-64, 128), 1 + input.Byte() % 48,
+            1 + input.Byte() % 48};
 }
 
-void CheckFill(FuzzInput& input, HostBuffers& host) {
-    const RegionPlacement region = AnyRegion(input);
-    std::vector<uint8_t> work(static_cast<size_t>(region.width) * region.height * 3, 0);
-    std::vector<uint8_t> expected = work;
-    const int32_t bytes = std::min(host.planes, 3);
-    if (host.Area().in != nullptr) {
-        for (int32_t y = 0; y < region.height; ++y) {
-            for (int32_t x = 0; x < region.width; ++x) {
-                if (!host.Inside(region.left + x, region.top + y)) continue;
-                for (int32_t k = 0; k < bytes; ++k) {
-                    expected[(static_cast<size_t>(y) * region.width + x) * 3 + k] =
-                        *host.InByte(region.left + x, region.top + y, k);
-                }
-            }
+// Calls copy(work byte, host byte) for the first three bytes of each region
+// pixel whose place in the area, less the view origin, lies inside the area.
+template <typename Copy>
+void ForEachPlacedByte(const Host& host, int32_t rowBytes, const RegionPlacement& region,
+                       int32_t originX, int32_t originY, Copy copy) {
+    for (int32_t y = 0; y < region.height; ++y) {
+        for (int32_t x = 0; x < region.width; ++x) {
+            const int32_t ax = region.left + x - originX, ay = region.top + y - originY;
+            if (ax < 0 || ay < 0 || ax >= host.width || ay >= host.height) continue;
+            for (int32_t k = 0; k < std::min(host.planes, 3); ++k)
+                copy(At(3 * region.width, 3, x, y, k), At(rowBytes, host.planes, ax, ay, k));
         }
     }
+}
+
+void CheckFill(FuzzInput& input, Host& host) {
+    const RegionPlacement region = AnyRegion(input);
+    std::vector<uint8_t> work(static_cast<size_t>(region.width) * region.height * 3);
+    std::vector<uint8_t> expected = work;
+    if (host.inGiven)
+        ForEachPlacedByte(host, host.inRowBytes, region, 0, 0,
+                          [&](size_t w, size_t h) { expected[w] = host.in[h]; });
     FillWorkImage(host.Area(), region, work.data());
     Require(work == expected, "work image fill");
 }
 
-void CheckWriteBack(FuzzInput& input, HostBuffers& host) {
+void CheckWriteBack(FuzzInput& input, Host& host) {
     const RegionPlacement region = AnyRegion(input);
-    const int32_t originX = input.Between(-64, 128);
-    const int32_t originY = input.Between(-64, 128);
+    const int32_t originX = input.Between(-64, 128), originY = input.Between(-64, 128);
     std::vector<uint8_t> work(static_cast<size_t>(region.width) * region.height * 3);
-    for (uint8_t& b : work) b = input.Byte();
-    HostBuffers expected = host;
-    const int32_t bytes = std::min(host.planes, 3);
-    if (host.Area().out != nullptr) {
-        for (int32_t y = 0; y < region.height; ++y) {
-            for (int32_t x = 0; x < region.width; ++x) {
-                const int32_t tx = region.left + x - originX;
-                const int32_t ty = region.top + y - originY;
-                if (!host.Inside(tx, ty)) continue;
-                for (int32_t k = 0; k < bytes; ++k) {
-                    *expected.OutByte(tx, ty, k) =
-                        work[(static_cast<size_t>(y) * region.width + x) * 3 + k];
-                }
-            }
-        }
-    }
+    input.Fill(work);
+    std::vector<uint8_t> expected = host.out;
+    if (host.outGiven)
+        ForEachPlacedByte(host, host.outRowBytes, region, originX, originY,
+                          [&](size_t w, size_t h) { expected[h] = work[w]; });
     WriteBackWorkImage(host.Area(), region, originX, originY, work.data());
-    Require(host.out == expected.out, "work image write-back");
+    Require(host.out == expected, "work image write-back");
 }
 
+// A mask of any width and row padding, as sparse as the density byte says.
 void CheckSelectionScan(FuzzInput& input) {
-    const int32_t width = input.Byte() % 64;
-    const int32_t height = input.Byte() % 64;
+    const int32_t width = input.Byte() % 64, height = input.Byte() % 64;
     const int32_t rowBytes = width + input.Byte() % 8;
-    std::vector<uint8_t> mask(static_cast<size_t>(rowBytes) * height);
     const uint8_t density = input.Byte();
-    for (uint8_t& m : mask) m = input.Byte() < density ? input.Byte() : 0;
+    std::vector<uint8_t> mask(static_cast<size_t>(rowBytes) * height);
+    input.Fill(mask);
+    for (uint8_t& m : mask) m = m < density ? m : 0;
     SelectionBounds expected{width, height, 0, 0};
     for (int32_t y = 0; y < height; ++y) {
         for (int32_t x = 0; x < width; ++x) {
-            if (mask[static_cast<size_t>(y) * rowBytes + x] == 0) continue;
-            expected.minX = std::min(expected.minX, x);
-            expected.minY = std::min(expected.minY, y);
-            expected.maxX = std::max(expected.maxX, x);
-            expected.maxY = std::max(expected.maxY, y);
+            if (mask[At(rowBytes, 1, x, y, 0)] == 0) continue;
+            expected = {std::min(expected.minX, x), std::min(expected.minY, y),
+                        std::max(expected.maxX, x), std::max(expected.maxY, y)};
         }
     }
-    const SelectionBounds found =
-        FindSelectionBounds(mask.empty() ? nullptr : mask.data(), rowBytes, width, height);
+    const SelectionBounds found = FindSelectionBounds(mask.data(), rowBytes, width, height);
     Require(found.minX == expected.minX && found.minY == expected.minY &&
                 found.maxX == expected.maxX && found.maxY == expected.maxY,
             "selection bounds");
@@ -184,20 +163,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         CheckSelectionScan(input);
         return 0;
     }
-    HostBuffers host(input);
-    switch (operation) {
-        case 0:
-            CheckUnsupportedCopy(input, host);
-            break;
-        case 1:
-            CheckViewCopy(input, host);
-            break;
-        case 2:
-            CheckFill(input, host);
-            break;
-        default:
-            CheckWriteBack(input, host);
-            break;
-    }
+    Host host(input);
+    if (operation == 0) CheckUnsupportedCopy(input, host);
+    if (operation == 1) CheckViewCopy(input, host);
+    if (operation == 2) CheckFill(input, host);
+    if (operation == 3) CheckWriteBack(input, host);
     return 0;
 }

@@ -3,31 +3,23 @@
 // For ordinary values the result must equal the literal reference pipeline.
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
 #include "redeye/Pipeline.h"
 #include "tests/fuzz/FuzzInput.h"
 #include "tests/native/LiteralPipeline.h"
 #include "tests/native/RegionBuffers.h"
 
-namespace {
-
 // The reference sweeps once per growing round: compare where the rounds
 // stay few.
-bool Ordinary(float value) { return std::isfinite(value) && std::fabs(value) <= 1000.0f; }
-
-}  // namespace
+static bool Ordinary(float value) { return std::isfinite(value) && std::fabs(value) <= 1000.0f; }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     fuzz::FuzzInput input(data, size);
-    const int32_t width = 1 + input.Byte() % 48;
-    const int32_t height = 1 + input.Byte() % 48;
+    const int32_t width = 1 + input.Byte() % 48, height = 1 + input.Byte() % 48;
     const float tolerance = input.UserValue();
     const float darkening = input.UserValue();
-
     RegionBuffers buffers(width, height);
-    const size_t pixelBytes = buffers.work.size();
-    std::memcpy(buffers.work.data(), input.Rest(), std::min(pixelBytes, input.RestSize()));
+    for (uint8_t& b : buffers.work) b = input.Byte();
     RegionBuffers reference = buffers;
 
     RunRedEyePipeline(buffers.View(), width, height, tolerance, darkening);

@@ -1,5 +1,6 @@
-// Runs a fuzz target over saved inputs (files, or every file of a folder):
-// the seed corpus and the cases of past findings, in every native test run.
+// Runs a fuzz target over saved inputs (files, or every file of a folder:
+// the seed corpus and the cases of past findings), then over seeded random
+// inputs, the same ones in every native test run.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -7,33 +8,32 @@
 #include <iterator>
 #include <vector>
 
+#include "tests/native/TestImages.h"
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
-namespace {
-
-void RunFile(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    const std::vector<uint8_t> bytes{std::istreambuf_iterator<char>(file),
-                                     std::istreambuf_iterator<char>()};
-    LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
-    size_t inputs = 0;
+    namespace fs = std::filesystem;
+    std::vector<uint8_t> bytes;
+    size_t files = 0;
     for (int i = 1; i < argc; ++i) {
-        const std::filesystem::path path(argv[i]);
-        if (std::filesystem::is_directory(path)) {
-            for (const auto& entry : std::filesystem::directory_iterator(path)) {
-                RunFile(entry.path());
-                ++inputs;
-            }
-        } else {
-            RunFile(path);
-            ++inputs;
+        std::vector<fs::path> paths{argv[i]};
+        if (fs::is_directory(paths[0]))
+            paths.assign(fs::directory_iterator(argv[i]), fs::directory_iterator());
+        for (const fs::path& path : paths) {
+            std::ifstream file(path, std::ios::binary);
+            bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+            LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+            ++files;
         }
     }
-    std::printf("%zu inputs replayed\n", inputs);
-    return inputs > 0 ? 0 : 1;
+    constexpr int kRandomInputs = 2000;
+    Random random(1);
+    for (int i = 0; i < kRandomInputs; ++i) {
+        bytes.resize(random.Below(8192));
+        for (uint8_t& b : bytes) b = static_cast<uint8_t>(random.Next());
+        LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+    }
+    std::printf("%zu inputs replayed, %d random ones run\n", files, kRandomInputs);
+    return files > 0 ? 0 : 1;
 }

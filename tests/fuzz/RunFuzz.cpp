@@ -34,29 +34,18 @@ float AnyPosition(FuzzInput& input) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzInput input(data, size);
-    const int32_t width = input.Byte() % 40;
-    const int32_t height = input.Byte() % 40;
+    const int32_t width = input.Byte() % 40, height = input.Byte() % 40;
     const int32_t planes = 3 + input.Byte() % 3;
     const int32_t rowBytes = width * planes + input.Byte() % 4;
-    std::vector<uint8_t> in(static_cast<size_t>(rowBytes) * height);
-    std::vector<uint8_t> out(in.size());
+    std::vector<uint8_t> in(static_cast<size_t>(rowBytes) * height), out(in.size());
     for (uint8_t& b : in) b = input.Byte();
-    const HostArea area{in.empty() ? nullptr : in.data(),
-                        rowBytes,
-                        out.empty() ? nullptr : out.data(),
-                        rowBytes,
-                        width,
-                        height,
-                        planes};
+    const HostArea area{in.data(), rowBytes, out.data(), rowBytes, width, height, planes};
 
     const bool preview = input.Byte() % 2 == 0;
-    const float viewX = AnyPosition(input);
-    const float viewY = AnyPosition(input);
+    const float viewX = AnyPosition(input), viewY = AnyPosition(input);
     const float viewScale =
         input.Byte() % 2 == 0 ? input.UserValue() : 0.2f * (1 + input.Byte() % 20);
-    const int32_t paneWidth = input.Between(0, 400);
-    const int32_t paneHeight = input.Between(0, 300);
-
+    const int32_t paneWidth = input.Between(0, 400), paneHeight = input.Between(0, 300);
     RunView view =
         preview ? PreviewRunView(viewX, viewY, viewScale, paneWidth, paneHeight, width, height)
                 : RunView{0, 0, width, height};
@@ -79,8 +68,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     RegionBuffers buffers(region.width, region.height);
     FillWorkImage(area, region, buffers.work.data());
-    RunRedEyePipeline(buffers.View(), region.width, region.height, input.UserValue(),
-                      input.UserValue());
+    const float tolerance = input.UserValue(), darkening = input.UserValue();
+    RunRedEyePipeline(buffers.View(), region.width, region.height, tolerance, darkening);
     WriteBackWorkImage(area, region, view.originX, view.originY, buffers.work.data());
     return 0;
 }

@@ -2,6 +2,7 @@
 // them to the filtering driver.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -13,7 +14,23 @@ struct RegionBuffers {
     std::vector<uint32_t> distance;
     std::vector<uint8_t> weight, coverage, depth;
 
-    RegionBuffers(int32_t width, int32_t height);
-    PipelineBuffers View();
-    void Clear();  // back to zero
+    RegionBuffers(int32_t width, int32_t height) {
+        const size_t pixels = static_cast<size_t>(std::max(width, 0)) * std::max(height, 0);
+        work.resize(3 * pixels);
+        hls.resize(3 * pixels);
+        distance.resize(pixels);
+        weight.resize(pixels);
+        coverage.resize(pixels);
+        depth.resize(pixels);
+    }
+    PipelineBuffers View() {
+        return {work.data(),   hls.data(),      distance.data(),
+                weight.data(), coverage.data(), depth.data()};
+    }
+    void Clear() {  // back to zero
+        for (auto* bytes : {&work, &weight, &coverage, &depth})
+            std::fill(bytes->begin(), bytes->end(), 0);
+        std::fill(hls.begin(), hls.end(), 0);
+        std::fill(distance.begin(), distance.end(), 0);
+    }
 };
