@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "tests/fuzz/HostileFloats.h"
+#include "tests/native/TestImages.h"
 
 namespace fuzz {
 
@@ -15,15 +16,12 @@ class FuzzInput {
     FuzzInput(const uint8_t* data, size_t size) : data_(data), size_(size) {}
 
     uint8_t Byte() { return position_ < size_ ? data_[position_++] : 0; }
-    // Little-endian, low byte first (the two reads of one expression would
-    // come in no fixed order).
-    uint16_t Word() {
-        const uint8_t low = Byte();
-        return static_cast<uint16_t>(low | (Byte() << 8));
-    }
+    // Little-endian, one byte a statement: reads inside one expression would
+    // come in no fixed order.
     uint32_t Bits32() {
-        const uint32_t low = Word();
-        return low | (static_cast<uint32_t>(Word()) << 16);
+        uint32_t bits = Byte();
+        for (int shift = 8; shift < 32; shift += 8) bits |= static_cast<uint32_t>(Byte()) << shift;
+        return bits;
     }
     // A value in [lo, hi].
     int32_t Between(int32_t lo, int32_t hi) {
@@ -35,20 +33,15 @@ class FuzzInput {
         const uint8_t kind = Byte() % 16;
         if (kind < hostile::kSpecialFloatCount) return hostile::kSpecialFloats[kind];
         if (kind == 12) return hostile::FloatFromBits(Bits32());
-        if (kind == 13) return static_cast<float>(static_cast<int16_t>(Word())) / 64.0f;
+        if (kind == 13) return static_cast<float>(static_cast<int16_t>(Bits32())) / 64.0f;
         return static_cast<float>(Byte() % 101);
     }
-    // Fills a buffer of any size from a generator seeded by the next four
-    // bytes, so that a short input still gives buffers full of values.
+    // Fills a buffer from a generator seeded by the next four bytes: a
+    // short input still gives buffers full of values.
     template <typename Bytes>
     void Fill(Bytes& bytes) {
-        uint32_t state = Bits32() | 1;
-        for (auto& b : bytes) {
-            state ^= state << 13;
-            state ^= state >> 17;
-            state ^= state << 5;
-            b = static_cast<uint8_t>(state);
-        }
+        Random random(Bits32());
+        for (auto& b : bytes) b = static_cast<uint8_t>(random.Next());
     }
 
   private:

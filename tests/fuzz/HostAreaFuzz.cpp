@@ -1,13 +1,17 @@
-// Fuzz target: the driver's copies between the host's buffers and the work
-// image, and the selection scan, with random geometry inside buffers of
-// exactly the size the host hands out. Each operation is compared with a
-// plain loop over the pixels, so any other byte must stay as it was.
+// Fuzz target: the filtering driver's pixel work on buffers of exactly the
+// size a host hands out: the copies between the host's buffers and the work
+// image and the selection scan, with random geometry, each compared with a
+// plain loop over the pixels (so any other byte must stay as it was), and
+// whole runs from any view a host kept.
 #include <algorithm>
 #include <cstdint>
 #include <vector>
 
 #include "redeye/HostArea.h"
+#include "redeye/Pipeline.h"
+#include "redeye/RunGeometry.h"
 #include "tests/fuzz/FuzzInput.h"
+#include "tests/native/RegionBuffers.h"
 
 namespace {
 
@@ -19,56 +23,53 @@ size_t At(int32_t rowBytes, int32_t pixelBytes, int32_t x, int32_t y, int32_t k)
     return static_cast<size_t>(y) * rowBytes + static_cast<size_t>(x) * pixelBytes + k;
 }
 
-// The host's side: in and out buffers of `sampleBytes` a sample, rows of the
+// The host's side: in and out buffers of 8- or 16-bit samples, rows of the
 // pixels plus some padding; either may be withheld.
 struct Host {
-    int32_t width, height, planes, sampleBytes, inRowBytes, outRowBytes;
+    int32_t width, height, planes, sampleBytes;
     std::vector<uint8_t> in, out;
-    bool inGiven, outGiven;
+    HostArea area;
 
     explicit Host(FuzzInput& input)
         : width(input.Byte() % 40),
           height(input.Byte() % 40),
           planes(1 + input.Byte() % 6),
-          sampleBytes(1 + input.Byte() % 2),
-          inRowBytes(width * planes * sampleBytes + input.Byte() % 8),
-          outRowBytes(width * planes * sampleBytes + input.Byte() % 8),
-          in(static_cast<size_t>(inRowBytes) * height),
-          out(static_cast<size_t>(outRowBytes) * height) {
+          sampleBytes(1 + input.Byte() % 2) {
+        const int32_t inRowBytes = width * planes * sampleBytes + input.Byte() % 8;
+        const int32_t outRowBytes = width * planes * sampleBytes + input.Byte() % 8;
+        in.resize(static_cast<size_t>(inRowBytes) * height);
+        out.resize(static_cast<size_t>(outRowBytes) * height);
         input.Fill(in);
         input.Fill(out);
-        inGiven = input.Byte() % 8 != 0;
-        outGiven = input.Byte() % 8 != 0;
+        area = {input.Byte() % 8 ? in.data() : nullptr,
+                inRowBytes,
+                input.Byte() % 8 ? out.data() : nullptr,
+                outRowBytes,
+                width,
+                height,
+                planes};
     }
-    HostArea Area() {
-        return HostArea{inGiven ? in.data() : nullptr,
-                        inRowBytes,
-                        outGiven ? out.data() : nullptr,
-                        outRowBytes,
-                        width,
-                        height,
-                        planes};
-    }
+    bool BothGiven() const { return area.in != nullptr && area.out != nullptr; }
 };
 
 void CheckUnsupportedCopy(FuzzInput& input, Host& host) {
     const int32_t depths[] = {8, 16, 0, 32};
-    const int32_t depth = depths[input.Byte() % 4], size = depth / 8;
+    const int32_t depth = depths[input.Byte() % 4], size = depth / 8, planes = host.planes;
     std::vector<uint8_t> expected = host.out;
-    if (host.inGiven && host.outGiven && (depth == 8 || depth == 16)) {
+    if (host.BothGiven() && size > 0 && size <= 2) {
         // Three samples, a fourth from four planes on, a fifth with five, of
         // as many pixels as both rows hold.
-        const int32_t samples = std::min(host.planes, 3 + (host.planes >= 4) + (host.planes == 5));
-        const int32_t pixelBytes = host.planes * size;
+        const int32_t samples = std::min(planes, 3 + (planes >= 4) + (planes == 5));
+        const int32_t inRow = host.area.inRowBytes, outRow = host.area.outRowBytes;
         const int32_t columns =
-            std::min({host.width, host.inRowBytes / pixelBytes, host.outRowBytes / pixelBytes});
+            std::min({host.width, inRow / planes / size, outRow / planes / size});
         for (int32_t y = 0; y < host.height; ++y)
             for (int32_t x = 0; x < columns; ++x)
                 for (int32_t b = 0; b < samples * size; ++b)
-                    expected[At(host.outRowBytes / size * size, pixelBytes, x, y, b)] =
-                        host.in[At(host.inRowBytes / size * size, pixelBytes, x, y, b)];
+                    expected[At(outRow / size * size, planes * size, x, y, b)] =
+                        host.in[At(inRow / size * size, planes * size, x, y, b)];
     }
-    CopyUnsupportedArea(host.Area(), depth);
+    CopyUnsupportedArea(host.area, depth);
     Require(host.out == expected, "unsupported-mode copy");
 }
 
@@ -77,20 +78,13 @@ void CheckViewCopy(FuzzInput& input, Host& host) {
     const int32_t originX = input.Byte() % 64, originY = input.Byte() % 64;
     const int32_t columns = input.Between(-8, 72), rows = input.Between(-8, 72);
     std::vector<uint8_t> expected = host.out;
-    if (host.inGiven && host.outGiven) {
-        for (int32_t y = 0; y < std::min(rows, host.height - originY); ++y)
-            for (int32_t x = 0; x < std::min(columns, host.width - originX); ++x)
-                for (int32_t k = 0; k < host.planes; ++k)
-                    expected[At(host.outRowBytes, host.planes, x, y, k)] =
-                        host.in[At(host.inRowBytes, host.planes, originX + x, originY + y, k)];
-    }
-    CopyView(host.Area(), originX, originY, columns, rows);
+    for (int32_t y = 0; host.BothGiven() && y < std::min(rows, host.height - originY); ++y)
+        for (int32_t x = 0; x < std::min(columns, host.width - originX); ++x)
+            for (int32_t k = 0; k < host.planes; ++k)
+                expected[At(host.area.outRowBytes, host.planes, x, y, k)] =
+                    host.in[At(host.area.inRowBytes, host.planes, originX + x, originY + y, k)];
+    CopyView(host.area, originX, originY, columns, rows);
     Require(host.out == expected, "view copy");
-}
-
-RegionPlacement AnyRegion(FuzzInput& input) {
-    return {input.Between(-64, 128), input.Between(-64, 128), 1 + input.Byte() % 48,
-            1 + input.Byte() % 48};
 }
 
 // Calls copy(work byte, host byte) for the first three bytes of each region
@@ -108,27 +102,28 @@ void ForEachPlacedByte(const Host& host, int32_t rowBytes, const RegionPlacement
     }
 }
 
-void CheckFill(FuzzInput& input, Host& host) {
-    const RegionPlacement region = AnyRegion(input);
+// The work image filled from the in buffer, or written back to the out
+// buffer shifted by a view origin.
+void CheckFillOrWriteBack(FuzzInput& input, Host& host, bool fill) {
+    const RegionPlacement region{input.Between(-64, 128), input.Between(-64, 128),
+                                 1 + input.Byte() % 48, 1 + input.Byte() % 48};
     std::vector<uint8_t> work(static_cast<size_t>(region.width) * region.height * 3);
-    std::vector<uint8_t> expected = work;
-    if (host.inGiven)
-        ForEachPlacedByte(host, host.inRowBytes, region, 0, 0,
-                          [&](size_t w, size_t h) { expected[w] = host.in[h]; });
-    FillWorkImage(host.Area(), region, work.data());
-    Require(work == expected, "work image fill");
-}
-
-void CheckWriteBack(FuzzInput& input, Host& host) {
-    const RegionPlacement region = AnyRegion(input);
+    if (fill) {
+        std::vector<uint8_t> expected = work;
+        if (host.area.in != nullptr)
+            ForEachPlacedByte(host, host.area.inRowBytes, region, 0, 0,
+                              [&](size_t w, size_t h) { expected[w] = host.in[h]; });
+        FillWorkImage(host.area, region, work.data());
+        Require(work == expected, "work image fill");
+        return;
+    }
     const int32_t originX = input.Between(-64, 128), originY = input.Between(-64, 128);
-    std::vector<uint8_t> work(static_cast<size_t>(region.width) * region.height * 3);
     input.Fill(work);
     std::vector<uint8_t> expected = host.out;
-    if (host.outGiven)
-        ForEachPlacedByte(host, host.outRowBytes, region, originX, originY,
+    if (host.area.out != nullptr)
+        ForEachPlacedByte(host, host.area.outRowBytes, region, originX, originY,
                           [&](size_t w, size_t h) { expected[h] = work[w]; });
-    WriteBackWorkImage(host.Area(), region, originX, originY, work.data());
+    WriteBackWorkImage(host.area, region, originX, originY, work.data());
     Require(host.out == expected, "work image write-back");
 }
 
@@ -141,24 +136,71 @@ void CheckSelectionScan(FuzzInput& input) {
     input.Fill(mask);
     for (uint8_t& m : mask) m = m < density ? m : 0;
     SelectionBounds expected{width, height, 0, 0};
-    for (int32_t y = 0; y < height; ++y) {
-        for (int32_t x = 0; x < width; ++x) {
-            if (mask[At(rowBytes, 1, x, y, 0)] == 0) continue;
-            expected = {std::min(expected.minX, x), std::min(expected.minY, y),
-                        std::max(expected.maxX, x), std::max(expected.maxY, y)};
-        }
-    }
+    for (int32_t y = 0; y < height; ++y)
+        for (int32_t x = 0; x < width; ++x)
+            if (mask[At(rowBytes, 1, x, y, 0)] != 0)
+                expected = {std::min(expected.minX, x), std::min(expected.minY, y),
+                            std::max(expected.maxX, x), std::max(expected.maxY, y)};
     const SelectionBounds found = FindSelectionBounds(mask.data(), rowBytes, width, height);
     Require(found.minX == expected.minX && found.minY == expected.minY &&
                 found.maxX == expected.maxX && found.maxY == expected.maxY,
             "selection bounds");
 }
 
+// A stored edge: near the area mostly, any 32-bit value sometimes.
+int32_t AnyEdge(FuzzInput& input) {
+    if (input.Byte() % 8 == 0) return static_cast<int32_t>(input.Bits32());
+    return input.Between(-48, 88);
+}
+
+// A view position: any stored float, or a whole number around the area.
+float AnyPosition(FuzzInput& input) {
+    if (input.Byte() % 2 == 0) return input.UserValue();
+    return static_cast<float>(input.Between(-48, 88));
+}
+
+// One run as the driver makes it from whatever view a host kept in the
+// stored record (any float, any edges): the view's origin must end up inside
+// the area, the region inside the area less its last column and row, and
+// nothing may be read or written past the buffers.
+void CheckRun(FuzzInput& input, Host& host) {
+    const int32_t width = host.width, height = host.height;
+    const bool preview = input.Byte() % 2 == 0;
+    const float viewX = AnyPosition(input), viewY = AnyPosition(input);
+    const float viewScale =
+        input.Byte() % 2 == 0 ? input.UserValue() : 0.2f * (1 + input.Byte() % 20);
+    const int32_t paneWidth = input.Between(0, 400), paneHeight = input.Between(0, 300);
+    RunView view =
+        preview ? PreviewRunView(viewX, viewY, viewScale, paneWidth, paneHeight, width, height)
+                : RunView{0, 0, width, height};
+    ClampViewOrigin(view, width, height);
+    Require(view.originX >= 0 && view.originY >= 0, "view origin below zero");
+    const int32_t copyWidth = std::min(view.width, width);
+    const int32_t copyHeight = std::min(view.height, height);
+    CopyView(host.area, view.originX, view.originY, copyWidth, copyHeight);
+
+    RegionEdges edges =
+        preview && input.Byte() % 2 == 0
+            ? VisibleRegion(viewX, viewY, copyWidth, copyHeight)
+            : RegionEdges{AnyEdge(input), AnyEdge(input), AnyEdge(input), AnyEdge(input)};
+    ClampRegionEdges(edges, width, height);
+    RegionPlacement region{};
+    if (!PlaceRegion(edges, region)) return;
+    Require(region.left >= 0 && region.top >= 0 && region.left + region.width < width &&
+                region.top + region.height < height,
+            "region outside the area less its last column and row");
+    RegionBuffers buffers(region.width, region.height);
+    FillWorkImage(host.area, region, buffers.work.data());
+    const float tolerance = input.UserValue(), darkening = input.UserValue();
+    RunRedEyePipeline(buffers.View(), region.width, region.height, tolerance, darkening);
+    WriteBackWorkImage(host.area, region, view.originX, view.originY, buffers.work.data());
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzInput input(data, size);
-    const uint8_t operation = input.Byte() % 5;
+    const uint8_t operation = input.Byte() % 6;
     if (operation == 4) {
         CheckSelectionScan(input);
         return 0;
@@ -166,7 +208,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Host host(input);
     if (operation == 0) CheckUnsupportedCopy(input, host);
     if (operation == 1) CheckViewCopy(input, host);
-    if (operation == 2) CheckFill(input, host);
-    if (operation == 3) CheckWriteBack(input, host);
+    if (operation == 2 || operation == 3) CheckFillOrWriteBack(input, host, operation == 2);
+    if (operation == 5) CheckRun(input, host);
     return 0;
 }

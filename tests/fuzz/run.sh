@@ -6,7 +6,7 @@
 set -u
 cd "$(dirname "$0")/../.."
 build=${1:?build folder} seconds=${2:-300} total=0 rc=0
-for target in pipeline host_area run; do
+for target in pipeline host_area; do
     log="$build/fuzz-$target.log"
     mkdir -p "$build/corpus-$target"
     if ! nice "$build/fuzz_$target" -max_total_time="$seconds" -print_final_stats=1 \

@@ -30,14 +30,6 @@ constexpr Rgb kSceneColours[] = {
 };
 constexpr int kSceneColourCount = sizeof kSceneColours / sizeof kSceneColours[0];
 
-// Reds, weak reds, and a purple (hue 195) that is weak red at tolerances
-// above 55 without being a reddish hue.
-constexpr Rgb kPatchColours[] = {
-    {255, 0, 0},   {220, 30, 40}, {180, 20, 30},   {240, 60, 70},  {90, 10, 15},
-    {200, 90, 90}, {160, 60, 50}, {230, 120, 130}, {200, 40, 120}, {180, 40, 200},
-};
-constexpr int kPatchColourCount = sizeof kPatchColours / sizeof kPatchColours[0];
-
 uint8_t Channel(int value) { return static_cast<uint8_t>(std::clamp(value, 0, 255)); }
 
 void Put(uint8_t* rgb, int32_t width, int32_t x, int32_t y, Rgb colour, int noise, Random& random) {
@@ -93,37 +85,6 @@ void PaintScene(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed) {
     }
 }
 
-void PaintPatches(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed) {
-    Random random(seed);
-    for (int32_t y = 0; y < height; ++y) {
-        for (int32_t x = 0; x < width; ++x) Put(rgb, width, x, y, {40, 150, 60}, 8, random);
-    }
-    // Solid round and flat-edged patches, deep enough for depths of 3 and
-    // more, some with a core of a second red or weak red.
-    for (int32_t y = random.Below(8); y < height; y += random.Between(2, 16)) {
-        const int32_t rows = random.Between(0, 6);
-        const Ellipse patch{random.Below(width), y + rows, random.Between(1, 8), rows + 1,
-                            kPatchColours[random.Below(kPatchColourCount)]};
-        if (random.Below(2) == 0) {
-            Fill(rgb, width, height, patch, 3, random);
-        } else {
-            for (int32_t py = y; py <= std::min(height - 1, y + 2 * rows + 1); ++py) {
-                for (int32_t px = std::max(0, patch.cx - patch.rx);
-                     px <= std::min(width - 1, patch.cx + patch.rx); ++px) {
-                    Put(rgb, width, px, py, patch.colour, 3, random);
-                }
-            }
-        }
-        if (random.Below(2) == 0) {
-            const Ellipse core{patch.cx + random.Between(-2, 2), patch.cy + random.Between(-2, 2),
-                               std::max(1, patch.rx / 2), std::max(1, patch.ry / 2),
-                               kPatchColours[random.Below(kPatchColourCount)]};
-            Fill(rgb, width, height, core, 3, random);
-        }
-        y += 2 * rows + 1;
-    }
-}
-
 void PaintPortrait(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed) {
     Random random(seed);
     constexpr int kNoise = 6;
@@ -145,5 +106,15 @@ void PaintPortrait(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed) {
         Fill(rgb, width, height,
              {ex - eye / 8, ey - eye / 8, eye / 12 + 1, eye / 12 + 1, {255, 240, 240}}, kNoise,
              random);
+    }
+}
+
+void PaintStripes(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed) {
+    PaintScene(rgb, width, height, seed);
+    Random random(seed);
+    for (int32_t y = random.Below(8); y < height; y += random.Between(1, 12)) {
+        for (const int32_t end = std::min(height, y + random.Between(1, 16)); y < end; ++y) {
+            for (int32_t x = 0; x < width; ++x) Put(rgb, width, x, y, {40, 150, 60}, 8, random);
+        }
     }
 }

@@ -19,10 +19,10 @@ struct Random {
 // shows up in regions of a few dozen pixels.
 void PaintScene(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed);
 
-// Small red and weak-red patches scattered down a plain green region, with
-// gaps of every height between them: the pipeline's separate row bands.
-void PaintPatches(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed);
-
 // A face with two red pupils, lips and background, scaled to the region: the
 // kind of picture the filter corrects.
 void PaintPortrait(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed);
+
+// A scene cut by plain green stripes of random heights, at gaps of every
+// height: the rows of colour fall into the pipeline's separate row bands.
+void PaintStripes(uint8_t* rgb, int32_t width, int32_t height, uint32_t seed);
