@@ -31,7 +31,10 @@ struct Picture {
 
     // Fresh input in zero-filled buffers, as the driver hands them over.
     void Reset() {
-        buffers.Clear();
+        for (auto* bytes : {&buffers.weight, &buffers.coverage, &buffers.depth})
+            std::fill(bytes->begin(), bytes->end(), 0);
+        std::fill(buffers.hls.begin(), buffers.hls.end(), 0);
+        std::fill(buffers.distance.begin(), buffers.distance.end(), 0);
         std::copy(rgb.begin(), rgb.end(), buffers.work.begin());
     }
 };

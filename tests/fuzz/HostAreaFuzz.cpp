@@ -127,21 +127,20 @@ void CheckFillOrWriteBack(FuzzInput& input, Host& host, bool fill) {
     Require(host.out == expected, "work image write-back");
 }
 
-// A mask of any width and row padding, as sparse as the density byte says.
-void CheckSelectionScan(FuzzInput& input) {
-    const int32_t width = input.Byte() % 64, height = input.Byte() % 64;
-    const int32_t rowBytes = width + input.Byte() % 8;
+// The in buffer as a selection mask of any width and row padding, as sparse
+// as the density byte says, or withheld.
+void CheckSelectionScan(FuzzInput& input, Host& host) {
+    const int32_t width = host.width * host.planes * host.sampleBytes, height = host.height;
+    const int32_t rowBytes = host.area.inRowBytes;
     const uint8_t density = input.Byte();
-    std::vector<uint8_t> mask(static_cast<size_t>(rowBytes) * height);
-    input.Fill(mask);
-    for (uint8_t& m : mask) m = m < density ? m : 0;
+    for (uint8_t& m : host.in) m = m < density ? m : 0;
     SelectionBounds expected{width, height, 0, 0};
-    for (int32_t y = 0; y < height; ++y)
+    for (int32_t y = 0; host.area.in != nullptr && y < height; ++y)
         for (int32_t x = 0; x < width; ++x)
-            if (mask[At(rowBytes, 1, x, y, 0)] != 0)
+            if (host.in[At(rowBytes, 1, x, y, 0)] != 0)
                 expected = {std::min(expected.minX, x), std::min(expected.minY, y),
                             std::max(expected.maxX, x), std::max(expected.maxY, y)};
-    const SelectionBounds found = FindSelectionBounds(mask.data(), rowBytes, width, height);
+    const SelectionBounds found = FindSelectionBounds(host.area.in, rowBytes, width, height);
     Require(found.minX == expected.minX && found.minY == expected.minY &&
                 found.maxX == expected.maxX && found.maxY == expected.maxY,
             "selection bounds");
@@ -201,14 +200,11 @@ void CheckRun(FuzzInput& input, Host& host) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FuzzInput input(data, size);
     const uint8_t operation = input.Byte() % 6;
-    if (operation == 4) {
-        CheckSelectionScan(input);
-        return 0;
-    }
     Host host(input);
     if (operation == 0) CheckUnsupportedCopy(input, host);
     if (operation == 1) CheckViewCopy(input, host);
     if (operation == 2 || operation == 3) CheckFillOrWriteBack(input, host, operation == 2);
+    if (operation == 4) CheckSelectionScan(input, host);
     if (operation == 5) CheckRun(input, host);
     return 0;
 }

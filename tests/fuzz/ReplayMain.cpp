@@ -14,18 +14,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int main(int argc, char** argv) {
     namespace fs = std::filesystem;
-    std::vector<uint8_t> bytes;
-    size_t files = 0;
+    std::vector<fs::path> files;
     for (int i = 1; i < argc; ++i) {
-        std::vector<fs::path> paths{argv[i]};
-        if (fs::is_directory(paths[0]))
-            paths.assign(fs::directory_iterator(argv[i]), fs::directory_iterator());
-        for (const fs::path& path : paths) {
-            std::ifstream file(path, std::ios::binary);
-            bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-            LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
-            ++files;
-        }
+        if (fs::is_directory(argv[i]))
+            files.insert(files.end(), fs::directory_iterator(argv[i]), fs::directory_iterator());
+        else
+            files.emplace_back(argv[i]);
+    }
+    std::vector<uint8_t> bytes;
+    for (const fs::path& path : files) {
+        std::ifstream file(path, std::ios::binary);
+        bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+        LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
     }
     constexpr int kRandomInputs = 2000;
     Random random(1);
@@ -34,6 +34,6 @@ int main(int argc, char** argv) {
         for (uint8_t& b : bytes) b = static_cast<uint8_t>(random.Next());
         LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
     }
-    std::printf("%zu inputs replayed, %d random ones run\n", files, kRandomInputs);
-    return files > 0 ? 0 : 1;
+    std::printf("%zu inputs replayed, %d random ones run\n", files.size(), kRandomInputs);
+    return files.empty() ? 1 : 0;
 }

@@ -27,10 +27,4 @@ struct RegionBuffers {
         return {work.data(),   hls.data(),      distance.data(),
                 weight.data(), coverage.data(), depth.data()};
     }
-    void Clear() {  // back to zero
-        for (auto* bytes : {&work, &weight, &coverage, &depth})
-            std::fill(bytes->begin(), bytes->end(), 0);
-        std::fill(hls.begin(), hls.end(), 0);
-        std::fill(distance.begin(), distance.end(), 0);
-    }
 };
