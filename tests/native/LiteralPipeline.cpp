@@ -95,10 +95,8 @@ void Classify(const Region& r, float T) {
 
 void Chamfer(const Region& r) {
     for (int y = 0; y < r.H; ++y)
-        for (int x = 0; x < r.W; ++x) {
-            int c = r.Class(x, y);
-            r.b.distance[r.At(x, y)] = (c == 1 || c == 2) ? static_cast<uint32_t>(r.W * r.H) : 0;
-        }
+        for (int x = 0; x < r.W; ++x)
+            r.b.distance[r.At(x, y)] = r.Class(x, y) != 0 ? static_cast<uint32_t>(r.W * r.H) : 0;
     for (int y = 0; y < r.H; ++y)
         for (int x = r.W - 1; x >= 0; --x)
             if (r.Class(x, y) != 0)
@@ -116,14 +114,12 @@ void Chamfer(const Region& r) {
 void Smooth(const Region& r) {
     for (int y = 0; y < r.H; ++y)
         for (int x = 0; x < r.W; ++x) {
-            int depth = 0;
-            if (x >= 1 && x < r.W - 1 && y >= 1 && y < r.H - 1) {
-                uint32_t sum = 0;
-                for (int j = -1; j <= 1; ++j)
-                    for (int i = -1; i <= 1; ++i) sum += r.b.distance[r.At(x + i, y + j)];
-                depth = std::min(static_cast<int32_t>(sum) / 9, 255);
-            }
-            r.b.depth[r.At(x, y)] = static_cast<uint8_t>(depth);
+            const bool inner = x >= 1 && x < r.W - 1 && y >= 1 && y < r.H - 1;
+            uint32_t sum = 0;  // the border keeps depth 0
+            for (int j = -1; inner && j <= 1; ++j)
+                for (int i = -1; i <= 1; ++i) sum += r.b.distance[r.At(x + i, y + j)];
+            r.b.depth[r.At(x, y)] =
+                static_cast<uint8_t>(std::min(static_cast<int32_t>(sum) / 9, 255));
         }
     for (int y = 1; y < r.H - 1; ++y)
         for (int x = 1; x < r.W - 1; ++x) {
@@ -198,10 +194,7 @@ void Correct(const Region& r, float darkening) {
             if (a == 0) continue;
             float k = a / 255.0;
             if (L > 150) k = 1.0;
-            if (k == 1.0)
-                S = 0;
-            else
-                S = TruncateToInt32(S * std::max(0.0, 1.0 - 1.5 * k));
+            S = k == 1.0 ? 0 : TruncateToInt32(S * std::max(0.0, 1.0 - 1.5 * k));
             float threshold = D * 7.0 + 100.0;
             if (L < threshold) {
                 float m = std::min((threshold - L) / 15.0, 1.0);

@@ -11,7 +11,6 @@
 namespace literal {
 
 void RgbToHls(const uint8_t* rgb, uint16_t* hls);
-uint8_t ClassifyPixel(uint8_t h, uint8_t s, uint8_t l, float t);
 
 // Steps 1-8 on zero-filled buffers, like RunRedEyePipeline.
 void RunPipeline(const PipelineBuffers& buffers, int32_t width, int32_t height, float tolerance,
