@@ -16,12 +16,10 @@ static bool Ordinary(float value) { return std::isfinite(value) && std::fabs(val
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     fuzz::FuzzInput input(data, size);
     const int32_t width = 1 + input.Byte() % 48, height = 1 + input.Byte() % 48;
-    const float tolerance = input.UserValue();
-    const float darkening = input.UserValue();
+    const float tolerance = input.UserValue(), darkening = input.UserValue();
     RegionBuffers buffers(width, height);
     for (uint8_t& b : buffers.work) b = input.Byte();
     RegionBuffers reference = buffers;
-
     RunRedEyePipeline(buffers.View(), width, height, tolerance, darkening);
     if (Ordinary(tolerance) && Ordinary(darkening)) {
         literal::RunPipeline(reference.View(), width, height, tolerance, darkening);
