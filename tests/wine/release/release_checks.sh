@@ -11,10 +11,7 @@ CHAPTERS=("Installing Quorvex" "Correcting red eyes" "The Quorvex dialog" "Toler
 PICTURES=7 # cover, the close-up pair, four screenshots
 
 status=0
-fail() {
-    echo "FAIL: $*" >&2
-    status=1
-}
+fail() { echo "FAIL: $*" >&2 && status=1; }
 
 mentions() { # what text phrase...
     local what=$1 text=$2 phrase
@@ -44,19 +41,20 @@ check_manual() {
             fail "page $((chapter + 2)) does not start with \"${CHAPTERS[$chapter]}\""
     done
 
-    mentions "Installing" "$(page_text "$pdf" 2)" "32-bit" "64-bit" "-win32.zip" "-win64.zip" \
-        "Task Manager" "Plug-ins" "Filter ▸ Velmora ▸ Quorvex..."
-    mentions "Correcting" "$(page_text "$pdf" 3)" "Select the eyes"
-    mentions "Tolerance and Darkening" "$(page_text "$pdf" 5)" "start at 50" "Raise Tolerance" \
-        "Lower Tolerance" "Raise Darkening" "Lower Darkening"
-    mentions "Changing a value" "$(page_text "$pdf" 6)" "Set value" "New min value is" \
-        "New max value is"
-    mentions "Zoom and navigation" "$(page_text "$pdf" 7)" "Increase Preview" "Decrease Preview" \
-        "Drag the frame" "Drag the detail preview"
-    mentions "Messages" "$(page_text "$pdf" 8)" "Notice" "dont support this image mode" \
-        "Color mode should be RGB!"
-    mentions "Known limits" "$(page_text "$pdf" 9)" "8 bits per channel only" \
-        "A selection is needed" "The last row and the last column"
+    local page=2 phrases
+    while IFS='|' read -ra phrases; do # the phrases of each chapter's page, from page 2
+        [ "${#phrases[@]}" = 0 ] || mentions "page $page" "$(page_text "$pdf" $page)" "${phrases[@]}"
+        page=$((page + 1))
+    done <<'PAGES'
+32-bit|64-bit|-win32.zip|-win64.zip|Task Manager|Plug-ins|Filter ▸ Velmora ▸ Quorvex...
+Select the eyes
+
+start at 50|Raise Tolerance|Lower Tolerance|Raise Darkening|Lower Darkening
+Set value|New min value is|New max value is
+Increase Preview|Decrease Preview|Drag the frame|Drag the detail preview
+Notice|dont support this image mode|Color mode should be RGB!
+8 bits per channel only|A selection is needed|The last row and the last column
+PAGES
 
     # Every picture is in, as itself or as a placeholder that is listed.
     local images placeholders
