@@ -288,11 +288,9 @@ std::string ForbiddenChanges(TestHost& host, size_t firstServe) {
                 first = "(" + std::to_string(x) + ", " + std::to_string(y) + ")";
         }
     }
-    return forbidden == 0 ? ""
-                          : std::to_string(forbidden) +
-                                " bytes changed outside the areas "
-                                "delivered, first at " +
-                                first;
+    if (forbidden == 0) return "";
+    return std::to_string(forbidden) + " bytes changed outside the delivered areas, first at " +
+           first;
 }
 
 std::vector<std::string> RunHost(const Host& h, int& runs) {
