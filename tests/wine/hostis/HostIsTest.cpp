@@ -40,6 +40,7 @@ TEST(HOSTIS_SUITE, OnlyAPremiereStyleHostGetsTheModulesOwnBands) {
     testhost::TestHost host;
     ASSERT_TRUE(host.Load(QUORVEX_MODULE_PATH)) << host.LoadError();
     host.image() = testhost::Image(8, 4, 3);
+    host.image().SelectRect(0, 0, 8, 4);
     host.settings.maxSpace = 1;  // bands of one row
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_EQ(host.log().CountCalls(filterSelectorContinue), HOSTIS_PREMIERE ? 3 : 0);
