@@ -100,8 +100,7 @@ TEST_F(HostFrame, PrepareSizesTheBandsByMaxSpace) {
     for (const auto& c : cases) {
         host.image() = testhost::Image(10, c.height, 3);
         host.settings.maxSpace = c.maxSpace;
-        ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
-        ASSERT_EQ(host.Call(filterSelectorPrepare), noErr);
+        ASSERT_TRUE(host.Run().Ok());
         EXPECT_EQ(Parameters()->rowsPerTile, c.rows) << c.maxSpace;
         EXPECT_EQ(host.record().maxSpace, c.rows * 70) << c.maxSpace;
         EXPECT_EQ(host.record().bufferSpace, 0);
