@@ -7,27 +7,19 @@
 #include <string>
 #include <vector>
 
+#include "Portrait.h"
 #include "ResourceCounts.h"
 #include "dialog/MainDialogIds.h"
 #include "testhost/TestHost.h"
 
 namespace {
 
-using testhost::Image;
-
-Image Portrait(int planes) {
-    Image image(64, 48, planes);
-    image.FillNoise(3);
-    std::vector<uint16_t> pupil(static_cast<size_t>(planes), 40);
-    pupil[0] = 210;
-    image.FillRect(20, 18, 8, 8, pupil);
-    image.FillRect(40, 18, 8, 8, pupil);
-    return image;
-}
-
 class LongSession : public ::testing::Test {
   protected:
-    void SetUp() override { ASSERT_TRUE(host.Load(QUORVEX_MODULE_PATH)) << host.LoadError(); }
+    void SetUp() override {
+        ASSERT_TRUE(host.Load(QUORVEX_MODULE_PATH)) << host.LoadError();
+        SelectEyes(portrait);
+    }
     void TearDown() override { EXPECT_TRUE(host.LeakedHandles().empty()); }
 
     // Runs `cycles` times after a warm-up and compares the counts. What a
@@ -53,19 +45,19 @@ class LongSession : public ::testing::Test {
         EXPECT_LE(after.privateBytes, before.privateBytes + 256 * 1024);
     }
 
+    Portrait portrait = MakePortrait(64, 48);
     testhost::TestHost host;
 };
 
 TEST_F(LongSession, RunsOfEveryKindLeaveNothingBehind) {
     // Selection in whole-image mode, selection in bands, no selection (the
     // notice), grey (two message boxes), and a run the user aborts.
-    const Image colour = Portrait(3);
-    Image selected = colour;
-    selected.SelectRect(16, 14, 36, 16);
-    const Image grey = Portrait(1);
+    testhost::Image plain = portrait.image, grey(64, 48, 1);
+    plain.ClearMask();
+    grey.FillNoise(3);
     ExpectNoGrowth(60, [&](int run) {
         const int kind = run % 5;
-        host.image() = kind == 2 ? colour : kind == 3 ? grey : selected;
+        host.image() = kind == 2 ? plain : kind == 3 ? grey : portrait.image;
         host.settings.advanceState = kind != 1;
         host.settings.maxSpace = kind == 1 ? 4000 : 1 << 24;
         host.settings.abortFromPoll = kind == 4 ? 1 : 0;
@@ -74,8 +66,7 @@ TEST_F(LongSession, RunsOfEveryKindLeaveNothingBehind) {
 }
 
 TEST_F(LongSession, DialogsOpenedAndClosedLeaveNothingBehind) {
-    host.image() = Portrait(3);
-    host.image().SelectRect(16, 14, 36, 16);
+    host.image() = portrait.image;
     host.settings.playInfo = plugInDialogDisplay;
     int shown = 0;  // every other dialog is cancelled, the others confirmed
     host.OnDialog(IDC_DETAIL_PANE, [&shown](HWND dialog) {
