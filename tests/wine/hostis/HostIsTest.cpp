@@ -1,30 +1,25 @@
 // HostIs in a program whose own version resource plays the host: every
-// signature of the host's group gets the expected answer, all others 0.
+// signature of the host's group gets the expected answer, all others 0; and
+// the module loaded into it runs its own band loop on a Premiere-style host.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <sstream>
 #include <string>
 
+#include "plugin/FilterParameters.h"
 #include "plugin/HostServices.h"
+#include "testhost/TestHost.h"
 
 namespace {
 
 // Every signature HostIs knows, and some it does not.
-const char* const kSignatures[] = {"Cdrw", "Mprn", "BABL", "FXTC", "ART3", "ARTZ",
-                                   "ARTY", "ART5", "ALD5", "ALD6", "AD65", "PHUT",
-                                   "8BIM", "PrMr", "8BFM", "ART4", "    ", "prmr"};
-
-OSType Code(const char* text) {
-    return static_cast<OSType>(static_cast<uint8_t>(text[0])) << 24 |
-           static_cast<OSType>(static_cast<uint8_t>(text[1])) << 16 |
-           static_cast<OSType>(static_cast<uint8_t>(text[2])) << 8 | static_cast<uint8_t>(text[3]);
-}
+const char kSignatures[][5] = {"Cdrw", "Mprn", "BABL", "FXTC", "ART3", "ARTZ",
+                               "ARTY", "ART5", "ALD5", "ALD6", "AD65", "PHUT",
+                               "8BIM", "PrMr", "8BFM", "ART4", "    ", "prmr"};
 
 bool Accepted(const char* signature) {
     std::istringstream accepted(HOSTIS_ACCEPTED);
-    std::string word;
-    while (accepted >> word)
+    for (std::string word; accepted >> word;)
         if (word == signature) return true;
     return false;
 }
@@ -33,11 +28,21 @@ bool Accepted(const char* signature) {
 
 TEST(HOSTIS_SUITE, AnswersTheHostsGroupAndNothingElse) {
     for (int round = 0; round < 2; ++round) {  // the second round uses the kept reading
-        for (const char* signature : kSignatures) {
-            const uint32_t expected = Accepted(signature) ? HOSTIS_ANSWER : 0u;
-            EXPECT_EQ(HostIs(Code(signature)), expected) << "'" << signature << "'";
+        for (const auto& signature : kSignatures) {
+            EXPECT_EQ(HostIs(FourCC(signature)), Accepted(signature) ? HOSTIS_ANSWER : 0u)
+                << "'" << signature << "'";
         }
+        EXPECT_EQ(HostIs(0), 0u) << "the group end marker";
     }
 }
 
-TEST(HOSTIS_SUITE, NeverAcceptsTheGroupEndMarker) { EXPECT_EQ(HostIs(0), 0u); }
+TEST(HOSTIS_SUITE, OnlyAPremiereStyleHostGetsTheModulesOwnBands) {
+    testhost::TestHost host;
+    ASSERT_TRUE(host.Load(QUORVEX_MODULE_PATH)) << host.LoadError();
+    host.image() = testhost::Image(8, 4, 3);
+    host.image().SelectRect(0, 0, 8, 4);
+    host.settings.maxSpace = 1;  // bands of one row
+    ASSERT_TRUE(host.Run().Ok());
+    EXPECT_EQ(host.log().CountCalls(filterSelectorContinue), HOSTIS_PREMIERE ? 3 : 0);
+    EXPECT_EQ(host.ParametersAs<FilterParameters>()->hostIsPremiere, HOSTIS_PREMIERE);
+}

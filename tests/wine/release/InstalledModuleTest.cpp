@@ -8,31 +8,13 @@
 #include <string>
 #include <vector>
 
-#include "QuorvexVersion.h"
 #include "DialogRun.h"
 #include "ImportPatch.h"
 #include "Portrait.h"
+#include "QuorvexVersion.h"
 #include "ShellRecorder.h"
 
 namespace {
-
-std::string InstalledFolder() {
-    const std::string module = QUORVEX_MODULE_PATH;
-    return module.substr(0, module.rfind('\\') + 1);
-}
-
-void ShowPortrait(DialogRun& run) {
-    Portrait portrait = MakePortrait(600, 400);
-    SelectEyes(portrait);
-    run.host.image() = portrait.image;
-}
-
-std::string FileStart(const std::string& path, size_t count) {
-    std::ifstream file(path, std::ios::binary);
-    std::string start(count, '\0');
-    file.read(&start[0], static_cast<std::streamsize>(count));
-    return file ? start : std::string();
-}
 
 // One string of the module's version resource, in US English, Windows-1252.
 std::string VersionString(const std::vector<char>& info, const char* name) {
@@ -45,29 +27,29 @@ std::string VersionString(const std::vector<char>& info, const char* name) {
     return std::string(text);
 }
 
-TEST(InstalledModule, F1OpensTheManualShippedBesideIt) {
+// F1 in the dialog opens the manual unpacked beside the module, and the
+// About box shows the build's version.
+TEST(InstalledModule, F1OpensTheShippedManualAndAboutShowsTheVersion) {
     DialogRun run;
-    ShowPortrait(run);
+    Portrait portrait = MakePortrait(600, 400);
+    SelectEyes(portrait);
+    run.host.image() = portrait.image;
     ShellRecorder shell(LoadedModule());
     ASSERT_TRUE(shell.Active());
     run.Run({[](HWND dialog) {
         SendMessageA(dialog, WM_KEYDOWN, VK_F1, 0);
-        SendCommand(dialog, IDOK);
-    }});
-    ASSERT_EQ(shell.Calls().size(), 1u);
-    const std::string manual = InstalledFolder() + "KorvanthePhoto.pdf";
-    EXPECT_EQ(shell.Calls()[0].verb, "open");
-    EXPECT_EQ(shell.Calls()[0].file, manual);
-    EXPECT_EQ(FileStart(manual, 5), "%PDF-") << manual << " is not the shipped manual";
-}
-
-TEST(InstalledModule, AboutBoxShowsTheBuildsVersion) {
-    DialogRun run;
-    ShowPortrait(run);
-    run.Run({[](HWND dialog) {
         SendCommand(dialog, IDC_ABOUT);
         SendCommand(dialog, IDOK);
     }});
+    ASSERT_EQ(shell.Calls().size(), 1u);
+    const std::string module = QUORVEX_MODULE_PATH;
+    const std::string manual = module.substr(0, module.rfind('\\') + 1) + "KorvanthePhoto.pdf";
+    EXPECT_EQ(shell.Calls()[0].verb, "open");
+    EXPECT_EQ(shell.Calls()[0].file, manual);
+    std::ifstream file(manual, std::ios::binary);
+    std::string start(5, '\0');
+    EXPECT_TRUE(file.read(&start[0], 5) && start == "%PDF-") << manual << " is not the manual";
+
     const std::vector<testhost::ShownDialog>& shown = run.host.log().dialogs;
     ASSERT_EQ(shown.size(), 2u);
     ASSERT_EQ(shown[1].caption, "About Quorvex");

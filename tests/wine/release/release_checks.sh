@@ -4,17 +4,8 @@
 #   release_checks.sh zip <quorvex-<version>-win<bits>.zip> <KorvanthePhoto.pdf> <version> <bits>
 #   release_checks.sh unpack <zip> <folder>   (installs as a photographer does)
 set -u
-
-# The manual: one page for the title and contents, then one per chapter.
-CHAPTERS=("Installing Quorvex" "Correcting red eyes" "The Quorvex dialog" "Tolerance and Darkening"
-          "Changing a value" "Zoom and navigation" "Messages" "Known limits and tips")
-PICTURES=7 # cover, the close-up pair, four screenshots
-
 status=0
-fail() {
-    echo "FAIL: $*" >&2
-    status=1
-}
+fail() { echo "FAIL: $*" >&2 && status=1; }
 
 mentions() { # what text phrase...
     local what=$1 text=$2 phrase
@@ -27,59 +18,52 @@ mentions() { # what text phrase...
 # The text of one page of a PDF, on one line.
 page_text() { pdftotext -f "$2" -l "$2" "$1" - | tr -s ' \n' ' ' | sed 's/^ //'; }
 
-check_manual() {
-    local pdf=$1 missing=$2 version=$3
+# A title page with the contents, then a page per chapter that starts with its
+# title and says its phrases; seven pictures (cover, the close-up pair, four
+# screenshots), each shown or listed as a placeholder.
+manual() {
+    local pdf=$1 missing=$2 version=$3 page=1 title text chapter phrases
     [ -s "$pdf" ] || { fail "$pdf was not made"; return; }
-    local pages expected=$((${#CHAPTERS[@]} + 1))
-    pages=$(pdfinfo "$pdf" | awk '/^Pages:/ {print $2}')
-    [ "$pages" = "$expected" ] || fail "the manual has $pages pages, $expected expected"
-
-    local title chapter
     title=$(page_text "$pdf" 1)
     mentions "the title page" "$title" "Quorvex" "version $version" "Korvanthe.8bf" \
         "KorvanthePhoto.pdf" "F1"
-    for chapter in "${!CHAPTERS[@]}"; do
-        mentions "the contents" "$title" "$((chapter + 1)). ${CHAPTERS[$chapter]}"
-        [[ $(page_text "$pdf" $((chapter + 2))) == "${CHAPTERS[$chapter]} "* ]] ||
-            fail "page $((chapter + 2)) does not start with \"${CHAPTERS[$chapter]}\""
-    done
-
-    mentions "Installing" "$(page_text "$pdf" 2)" "32-bit" "64-bit" "-win32.zip" "-win64.zip" \
-        "Task Manager" "Plug-ins" "Filter ▸ Velmora ▸ Quorvex..."
-    mentions "Correcting" "$(page_text "$pdf" 3)" "Select the eyes"
-    mentions "Tolerance and Darkening" "$(page_text "$pdf" 5)" "start at 50" "Raise Tolerance" \
-        "Lower Tolerance" "Raise Darkening" "Lower Darkening"
-    mentions "Changing a value" "$(page_text "$pdf" 6)" "Set value" "New min value is" \
-        "New max value is"
-    mentions "Zoom and navigation" "$(page_text "$pdf" 7)" "Increase Preview" "Decrease Preview" \
-        "Drag the frame" "Drag the detail preview"
-    mentions "Messages" "$(page_text "$pdf" 8)" "Notice" "dont support this image mode" \
-        "Color mode should be RGB!"
-    mentions "Known limits" "$(page_text "$pdf" 9)" "8 bits per channel only" \
-        "A selection is needed" "The last row and the last column"
-
-    # Every picture is in, as itself or as a placeholder that is listed.
-    local images placeholders
+    while IFS='|' read -r chapter phrases; do
+        page=$((page + 1))
+        mentions "the contents" "$title" "$((page - 1)). $chapter"
+        text=$(page_text "$pdf" $page)
+        [[ $text == "$chapter "* ]] || fail "page $page does not start with \"$chapter\""
+        IFS='|' read -ra phrases <<<"$phrases"
+        mentions "page $page" "$text" "${phrases[@]}"
+    done <<'PAGES'
+Installing Quorvex|32-bit|64-bit|-win32.zip|-win64.zip|Task Manager|Plug-ins|Filter ▸ Velmora ▸ Quorvex...
+Correcting red eyes|Select the eyes
+The Quorvex dialog
+Tolerance and Darkening|start at 50|Raise Tolerance|Lower Tolerance|Raise Darkening|Lower Darkening
+Changing a value|Set value|New min value is|New max value is
+Zoom and navigation|Increase Preview|Decrease Preview|Drag the frame|Drag the detail preview
+Messages|Notice|dont support this image mode|Color mode should be RGB!
+Known limits and tips|8 bits per channel only|A selection is needed|The last row and the last column
+PAGES
+    local pages images placeholders
+    pages=$(pdfinfo "$pdf" | awk '/^Pages:/ {print $2}')
+    [ "$pages" = $page ] || fail "the manual has $pages pages, $page expected"
     images=$(pdfimages -list "$pdf" | tail -n +3 | wc -l)
     placeholders=$(wc -l <"$missing")
-    [ $((images + placeholders)) = $PICTURES ] ||
-        fail "the manual shows $images pictures and $placeholders placeholders, $PICTURES expected"
+    [ $((images + placeholders)) = 7 ] ||
+        fail "the manual shows $images pictures and $placeholders placeholders, 7 expected"
 }
 
-check_zip() {
-    local zip=$1 manual=$2 version=$3 bits=$4
+# The download: its name, its three files, the manual built, the filter module
+# of its bits, and INSTALL.txt with Windows line ends.
+zip() {
+    local zip=$1 manual=$2 version=$3 bits=$4 listing unpacked headers format
     [ "$(basename "$zip")" = "quorvex-$version-win$bits.zip" ] || fail "the download is named $zip"
-    local listing
     listing=$(unzip -Z1 "$zip" | sort | tr '\n' ' ')
     [ "$listing" = "INSTALL.txt Korvanthe.8bf KorvanthePhoto.pdf " ] ||
         fail "the download holds: $listing"
-
-    local unpacked
     unpacked=$(mktemp -d)
     unzip -q "$zip" -d "$unpacked"
-    cmp -s "$unpacked/KorvanthePhoto.pdf" "$manual" ||
-        fail "the download's manual is not the one built"
-    local headers format
+    cmp -s "$unpacked/KorvanthePhoto.pdf" "$manual" || fail "the download's manual is not the one built"
     format=$([ "$bits" = 64 ] && echo pei-x86-64 || echo pei-i386)
     headers=$(x86_64-w64-mingw32-objdump -p "$unpacked/Korvanthe.8bf")
     grep -q "file format $format" <<<"$headers" && grep -qw ENTRYPOINT <<<"$headers" &&
@@ -95,18 +79,11 @@ check_zip() {
 }
 
 unpack() {
-    local zip=$1 folder=$2
-    rm -rf "$folder" && mkdir -p "$folder" && unzip -q "$zip" -d "$folder" ||
-        fail "could not unpack $zip into $folder"
+    rm -rf "$2" && mkdir -p "$2" && unzip -q "$1" -d "$2" || fail "could not unpack $1 into $2"
 }
 
 case "${1:-}" in
-    manual) check_manual "$2" "$3" "$4" ;;
-    zip) check_zip "$2" "$3" "$4" "$5" ;;
-    unpack) unpack "$2" "$3" ;;
-    *)
-        echo "usage: $0 manual|zip|unpack ..." >&2
-        exit 2
-        ;;
+    manual | zip | unpack) "$@" ;;
+    *) echo "usage: $0 manual|zip|unpack ..." >&2 && exit 2 ;;
 esac
 exit $status

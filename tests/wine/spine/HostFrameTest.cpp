@@ -1,0 +1,350 @@
+// The host frame as a host sees it through the test host: each selector's
+// result, both data protocols, the band height, memory full, scripting and
+// missing host services.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "plugin/FilterGlobals.h"
+#include "plugin/FilterParameters.h"
+#include "testhost/TestHost.h"
+
+namespace {
+
+using testhost::DescriptorSuiteMode;
+using testhost::HandleSuiteMode;
+
+class HostFrame : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(host.Load(QUORVEX_MODULE_PATH)) << host.LoadError();
+        host.image() = testhost::Image(40, 30, 3);
+        host.image().FillNoise(7);
+    }
+    void TearDown() override { EXPECT_EQ(host.log().faults, std::vector<std::string>{}); }
+
+    FilterParameters* Parameters() { return host.ParametersAs<FilterParameters>(); }
+
+    // The in/out/mask rectangles of every delivery, "top,left,bottom,right".
+    std::vector<std::string> ServedRects() {
+        std::vector<std::string> rects;
+        for (const auto& s : host.log().serves) {
+            rects.push_back(Text(s.request.inRect) + " " + Text(s.request.outRect) + " " +
+                            Text(s.request.maskRect));
+        }
+        return rects;
+    }
+    static std::string Text(const VRect& r) {
+        return std::to_string(r.top) + "," + std::to_string(r.left) + "," +
+               std::to_string(r.bottom) + "," + std::to_string(r.right);
+    }
+    // A 40 x 10 image in bands of 3 rows (3 * (40 + 2 * 120) = 840 bytes).
+    void UseBandsOfThreeRows() {
+        host.image() = testhost::Image(40, 10, 3);
+        host.settings.maxSpace = 3 * 280;
+    }
+
+    testhost::TestHost host;
+};
+
+TEST_F(HostFrame, AWholeRunAnswersNoErrorAndUnlocksTheGlobalsAfterEveryCall) {
+    ASSERT_TRUE(host.Run().Ok());
+    EXPECT_EQ(host.log().Selectors(), (std::vector<int16_t>{1, 2, 3, 5}));
+    for (const auto& call : host.log().calls) {
+        EXPECT_EQ(call.result, noErr) << "selector " << call.selector;
+        EXPECT_EQ(call.globalsLocksAfter, 0) << "selector " << call.selector;
+    }
+    EXPECT_TRUE(host.LeakedHandles().empty());
+}
+
+TEST_F(HostFrame, AboutMakesNothingAndUnknownSelectorsAreRefusedWithoutRunning) {
+    EXPECT_EQ(host.Call(filterSelectorAbout), noErr);
+    EXPECT_EQ(host.data(), 0);
+    EXPECT_TRUE(host.handles().Live().empty());
+    for (int16_t selector : {int16_t{6}, int16_t{-1}, int16_t{100}}) {
+        EXPECT_EQ(host.Call(selector), filterBadParameters) << selector;
+        EXPECT_EQ(host.GlobalsLocks(), 0) << selector;
+    }
+    EXPECT_EQ(host.record().inRect.right, 0) << "no band was requested";
+    EXPECT_TRUE(host.log().serves.empty());
+    EXPECT_TRUE(host.log().dialogs.empty());
+}
+
+TEST_F(HostFrame, ParametersMakesTheRecordWithItsDefaultsAndItsValuesSurviveRuns) {
+    ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
+    FilterParameters* p = Parameters();
+    ASSERT_NE(p, nullptr);
+    EXPECT_EQ(p->viewScale, 1.0f);
+    EXPECT_EQ(p->tolerance, 50.0f);
+    EXPECT_EQ(p->darkening, 50.0f);
+    EXPECT_EQ(p->previewOn, 1);
+    EXPECT_EQ(p->viewState, 0);
+    EXPECT_EQ(p->showDialog, 1);
+    EXPECT_EQ(p->hostIsPremiere + p->hostIsAfterEffects, 0);
+    p->tolerance = 73.0f;
+    ASSERT_TRUE(host.Run().Ok());
+    ASSERT_TRUE(host.Run().Ok());
+    EXPECT_EQ(Parameters()->tolerance, 73.0f);
+}
+
+// A row costs a mask byte and an input and an output byte per plane: 70
+// bytes for a 10-pixel RGB row. Rows are added while they cost less than
+// maxSpace, up to the image's height.
+TEST_F(HostFrame, PrepareSizesTheBandsByMaxSpace) {
+    const struct {
+        int height;
+        int32_t maxSpace;
+        int rows;
+    } cases[] = {{50, 700, 10}, {50, 701, 11}, {50, 5, 1}, {50, 1 << 30, 50}, {1, 1 << 30, 1}};
+    for (const auto& c : cases) {
+        host.image() = testhost::Image(10, c.height, 3);
+        host.settings.maxSpace = c.maxSpace;
+        ASSERT_TRUE(host.Run().Ok());
+        EXPECT_EQ(Parameters()->rowsPerTile, c.rows) << c.maxSpace;
+        EXPECT_EQ(host.record().maxSpace, c.rows * 70) << c.maxSpace;
+        EXPECT_EQ(host.record().bufferSpace, 0);
+    }
+}
+
+// With advanceState and displayPixels the module fetches one band itself
+// during start; otherwise the host drives bands through continue (until the
+// right edges are zero, or until the rectangles are empty: the same bands).
+// The first band then starts one band below the top and runs to the bottom;
+// each continue moves both edges down by a band.
+TEST_F(HostFrame, TheWholeImageIsFetchedThroughAdvanceStateAndBandsThroughContinue) {
+    UseBandsOfThreeRows();
+    const struct {
+        bool advanceState, displayPixels;
+        testhost::LoopEnd loopEnd;
+        std::vector<int16_t> selectors;
+        std::vector<std::string> rects;
+    } cases[] = {
+        {true,
+         true,
+         testhost::LoopEnd::kWhileRightNonZero,
+         {1, 2, 3, 5},
+         {"0,0,3,40 0,0,3,40 0,0,3,40"}},
+        {false,
+         true,
+         testhost::LoopEnd::kWhileRightNonZero,
+         {1, 2, 3, 4, 4, 4, 5},
+         {"3,0,10,40 3,0,10,40 3,0,10,40", "6,0,13,40 6,0,13,40 6,0,13,40",
+          "9,0,16,40 9,0,16,40 9,0,16,40"}},
+        {true,
+         false,
+         testhost::LoopEnd::kUntilEmpty,
+         {1, 2, 3, 4, 4, 4, 5},
+         {"3,0,10,40 3,0,10,40 3,0,10,40", "6,0,13,40 6,0,13,40 6,0,13,40",
+          "9,0,16,40 9,0,16,40 9,0,16,40"}},
+    };
+    for (const auto& c : cases) {
+        host.settings.advanceState = c.advanceState;
+        host.settings.displayPixels = c.displayPixels;
+        host.settings.loopEnd = c.loopEnd;
+        host.ClearLog();
+        ASSERT_TRUE(host.Run().Ok());
+        EXPECT_EQ(host.log().Selectors(), c.selectors);
+        EXPECT_EQ(ServedRects(), c.rects);
+        const testhost::DataRequest& request = host.log().serves[0].request;
+        EXPECT_EQ(request.inLoPlane + request.outLoPlane, 0);
+        EXPECT_EQ(request.inHiPlane + request.outHiPlane, 4);
+        EXPECT_EQ(request.inputRate + request.maskRate, 0x20000);
+        if (c.selectors.size() > 4) {
+            EXPECT_EQ(request.inputPadding + request.outputPadding + request.maskPadding, 765);
+        }
+        // The last call leaves the rectangles empty: no (further) continue.
+        const testhost::DataRequest& after = host.log().calls[c.selectors.size() - 2].requestAfter;
+        EXPECT_EQ(Text(after.inRect) + Text(after.outRect) + Text(after.maskRect),
+                  "0,0,0,00,0,0,00,0,0,0");
+    }
+}
+
+TEST_F(HostFrame, AbortCancelsStartOrTheNextContinue) {
+    UseBandsOfThreeRows();
+    const struct {
+        bool advanceState;
+        int abortFromPoll;  // the first continue polls once
+        int16_t lastSelector;
+        int continues;
+    } cases[] = {{true, 1, filterSelectorStart, 0}, {false, 2, filterSelectorContinue, 2}};
+    for (const auto& c : cases) {
+        host.settings.advanceState = c.advanceState;
+        host.settings.abortFromPoll = c.abortFromPoll;
+        host.ClearLog();
+        const testhost::RunReport report = host.Run();
+        EXPECT_EQ(report.result, userCanceledErr);
+        EXPECT_EQ(report.lastSelector, c.lastSelector);
+        EXPECT_EQ(host.log().CountCalls(filterSelectorContinue), c.continues);
+        EXPECT_EQ(host.log().CountCalls(filterSelectorFinish), 0);
+        EXPECT_EQ(host.log().serves.size(), static_cast<size_t>(c.continues));
+        EXPECT_EQ(testhost::DescribeDifference(host.output(), host.image()), "");
+    }
+}
+
+// With the 32-bit rectangles switched on the module reads and writes only
+// them; otherwise only the 16-bit ones. The filter rectangle's top and left
+// differ so that a swapped edge shows.
+TEST_F(HostFrame, BigDocumentRectanglesAreUsedOnlyWhenSwitchedOn) {
+    UseBandsOfThreeRows();  // of five rows on the 28 columns filtered
+    host.settings.filterRect = VRect{2, 5, 9, 33};
+    host.settings.bigDocument = true;
+    for (bool wide : {true, false}) {
+        host.settings.hostSets32BitCoordinates = wide;
+        host.ClearLog();
+        ASSERT_TRUE(host.Run().Ok());
+        ASSERT_EQ(host.log().serves.size(), 1u);
+        EXPECT_EQ(host.log().serves[0].request.uses32Bit, wide);
+        EXPECT_EQ(ServedRects()[0], "2,5,7,33 2,5,7,33 2,5,7,33");
+        const Rect16& narrow = host.record().inRect;
+        const VRect unused = wide ? VRect{narrow.top, narrow.left, narrow.bottom, narrow.right}
+                                  : host.record().bigDocumentData->inRect32;
+        EXPECT_EQ(Text(unused), "0,0,0,0") << "the other fields are untouched";
+    }
+}
+
+TEST_F(HostFrame, WithoutRoomForTheGlobalsEverySelectorFailsAndTheNextRunWorks) {
+    host.settings.newHandleLimit = 0;
+    for (int16_t selector = filterSelectorParameters; selector <= filterSelectorFinish;
+         ++selector) {
+        EXPECT_EQ(host.Call(selector), memFullErr) << selector;
+        EXPECT_EQ(host.data(), 0) << selector;
+    }
+    EXPECT_TRUE(host.handles().Live().empty());
+    EXPECT_EQ(host.record().maxSpace, host.settings.maxSpace) << "prepare did not run";
+    EXPECT_TRUE(host.log().serves.empty());
+    EXPECT_TRUE(host.log().descriptorWrites.empty());
+    host.settings.newHandleLimit = INT32_MAX;
+    EXPECT_TRUE(host.Run().Ok());
+    EXPECT_NE(Parameters(), nullptr);
+}
+
+TEST_F(HostFrame, WithoutRoomForTheParametersTheCallFailsAndTheNextTriesAgain) {
+    static_assert(sizeof(FilterGlobals) < sizeof(FilterParameters), "the limit splits them");
+    host.settings.newHandleLimit = sizeof(FilterGlobals);
+    for (int16_t selector :
+         {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
+        EXPECT_EQ(host.Call(selector), memFullErr) << selector;
+        EXPECT_EQ(host.record().parameters, nullptr) << selector;
+        EXPECT_EQ(host.GlobalsLocks(), 0) << selector;
+    }
+    EXPECT_EQ(host.record().maxSpace, host.settings.maxSpace) << "prepare did not run";
+    EXPECT_TRUE(host.log().descriptorReads.empty());
+    EXPECT_TRUE(host.log().serves.empty());
+    EXPECT_TRUE(host.log().dialogs.empty());
+    EXPECT_EQ(host.handles().Live().size(), 1u) << "the globals block alone";
+
+    host.settings.newHandleLimit = INT32_MAX;
+    EXPECT_EQ(host.Call(filterSelectorPrepare), noErr);
+    ASSERT_NE(Parameters(), nullptr);
+    EXPECT_EQ(Parameters()->tolerance, 50.0f);
+    EXPECT_EQ(Parameters()->rowsPerTile, host.image().Height());
+}
+
+// A table of at least 8 procedures (or of an unknown count) of version 1 is
+// used; otherwise the module keeps its own Windows blocks, tagged after the
+// master pointer, and still finds them again in the next run.
+TEST_F(HostFrame, HandleServicesAreUsedOnlyWhenUsable) {
+    const struct {
+        HandleSuiteMode mode;
+        int16_t count;
+        bool used;
+    } cases[] = {{HandleSuiteMode::kVersion1, 8, true},
+                 {HandleSuiteMode::kVersion1, -1, true},
+                 {HandleSuiteMode::kVersion1, 7, false},
+                 {HandleSuiteMode::kVersion2, 8, false},
+                 {HandleSuiteMode::kAbsent, 8, false}};
+    for (const auto& c : cases) {
+        testhost::TestHost fresh;
+        ASSERT_TRUE(fresh.Load(QUORVEX_MODULE_PATH));
+        fresh.image() = testhost::Image(16, 8, 3);
+        fresh.settings.handleSuite = c.mode;
+        fresh.settings.handleProcCount = c.count;
+        ASSERT_TRUE(fresh.Run().Ok());
+        ASSERT_TRUE(fresh.Run().Ok()) << "a second run finds its globals and record again";
+        Handle parameters = fresh.record().parameters;
+        ASSERT_NE(parameters, nullptr);
+        EXPECT_EQ(fresh.handles().IsLive(parameters), c.used) << c.count;
+        EXPECT_EQ(fresh.handles().IsLive(reinterpret_cast<Handle>(fresh.data())), c.used);
+        EXPECT_EQ(reinterpret_cast<const FilterParameters*>(*parameters)->tolerance, 50.0f);
+        if (!c.used) {
+            EXPECT_EQ(std::string(reinterpret_cast<char*>(parameters) + sizeof(Ptr), 4), "OTOF");
+        }
+        EXPECT_EQ(fresh.log().faults, std::vector<std::string>{});
+    }
+}
+
+TEST_F(HostFrame, AReplayedDescriptorIsSkippedAndFinishRecordsAnEmptyOne) {
+    host.settings.playDescriptor = std::vector<testhost::DescriptorItem>{
+        testhost::DescriptorItem::Integer(FourCC("ClSt"), 3),
+        testhost::DescriptorItem::Float(FourCC("Angl"), 45.0)};
+    ASSERT_TRUE(host.Run().Ok());
+    ASSERT_EQ(host.log().descriptorReads.size(), 1u);
+    const testhost::DescriptorRead& read = host.log().descriptorReads[0];
+    EXPECT_TRUE(read.opened && read.closed);
+    EXPECT_EQ(read.delivered.size(), 2u);
+    EXPECT_TRUE(read.valuesRead.empty());
+    EXPECT_EQ(read.keyArray, (std::vector<DescriptorKeyID>{
+                                 FourCC("ClSt"), FourCC("Geom"), FourCC("InvI"), FourCC("AntA"),
+                                 FourCC("Invr"), FourCC("NoBr"), FourCC("UsBg"), FourCC("Angl"),
+                                 FourCC("Spac"), FourCC("Wdth"), FourCC("BRel"), FourCC("Ampl"),
+                                 FourCC("Shif"), FourCC("Usil"), FourCC("CntX"), FourCC("CntY")}));
+    EXPECT_EQ(Parameters()->tolerance, 50.0f);
+
+    ASSERT_EQ(host.log().descriptorWrites.size(), 1u);
+    const testhost::DescriptorWrite& write = host.log().descriptorWrites[0];
+    EXPECT_TRUE(write.closed);
+    EXPECT_TRUE(write.items.empty());
+    ASSERT_NE(host.record().descriptorParameters, nullptr);
+    EXPECT_EQ(host.record().descriptorParameters->descriptor, write.descriptor);
+    EXPECT_EQ(host.record().descriptorParameters->recordInfo, plugInDialogOptional);
+}
+
+TEST_F(HostFrame, ACloseErrorReachesTheHostUnlessItIsAMissingParameter) {
+    host.settings.playDescriptor = std::vector<testhost::DescriptorItem>{};
+    host.settings.readerCloseError = errMissingParameter;
+    EXPECT_TRUE(host.Run().Ok());
+    host.settings.readerCloseError = paramErr;
+    const testhost::RunReport report = host.Run();
+    EXPECT_EQ(report.result, paramErr);
+    EXPECT_EQ(report.lastSelector, filterSelectorStart);
+}
+
+TEST_F(HostFrame, UnusableScriptingSuitesAreLeftAlone) {
+    for (DescriptorSuiteMode mode : {DescriptorSuiteMode::kAbsent, DescriptorSuiteMode::kNullSuites,
+                                     DescriptorSuiteMode::kShortSuites}) {
+        host.settings.descriptorSuite = mode;
+        host.ClearLog();
+        EXPECT_TRUE(host.Run().Ok());
+        EXPECT_TRUE(host.log().descriptorReads.empty());
+        EXPECT_TRUE(host.log().descriptorWrites.empty());
+    }
+}
+
+// After a parameters call the module would show its window; a replayed
+// action decides unless the host has no scripting suites.
+TEST_F(HostFrame, OnlyPlayModeDisplayOrAHostWithoutScriptingShowsTheWindow) {
+    const struct {
+        int16_t playInfo;
+        DescriptorSuiteMode suite;
+        bool shown;
+    } cases[] = {{plugInDialogDisplay, DescriptorSuiteMode::kFull, true},
+                 {plugInDialogDontDisplay, DescriptorSuiteMode::kFull, false},
+                 {plugInDialogSilent, DescriptorSuiteMode::kFull, false},
+                 {plugInDialogDontDisplay, DescriptorSuiteMode::kAbsent, true}};
+    bool shown = false;
+    host.OnDialog(1076, [&shown](HWND dialog) {
+        shown = true;
+        PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    for (const auto& c : cases) {
+        shown = false;
+        host.settings.playInfo = c.playInfo;
+        host.settings.descriptorSuite = c.suite;
+        host.settings.parameters = testhost::ParametersCall::kEveryRunFresh;
+        host.Run();
+        EXPECT_EQ(shown, c.shown) << c.playInfo << " " << static_cast<int>(c.suite);
+    }
+}
+
+}  // namespace
