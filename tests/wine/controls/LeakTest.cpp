@@ -13,22 +13,22 @@ namespace {
 
 void Round(bool openSetValue) {
     SetUpControlToolkit();
-    {
-        // The field goes with its parent, as in the filter dialog: the hints'
-        // tooltips, owned by the top-level window, go first.
-        TestParent parent;
-        SpinEditRecord* field = nullptr;
-        CreateSpinEdit(parent.window(), 1076, 10, 10, 90, 48, &field);
-        ASSERT_NE(field, nullptr);
-        SpinEditSetRange(field, 0.0f, 100.0f);
-        SpinEditSetHint(field, "Red Tolerance");
-        SpinEditSetValue(field, 33.0f);
-        UpdateWindow(parent.window());
-        if (openSetValue) {
-            RunModal([&] { return RunSetValueDialog(field); },
-                     {[](HWND dialog) { ClickButton(dialog, IDOK); }});
-        }
+    HWND parent = CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 320, 200,
+                                  nullptr, nullptr, nullptr, nullptr);
+    SpinEditRecord* field = nullptr;
+    CreateSpinEdit(parent, 1076, 10, 10, 90, 48, &field);
+    ASSERT_NE(field, nullptr);
+    SpinEditSetRange(field, 0.0f, 100.0f);
+    SpinEditSetHint(field, "Red Tolerance");
+    SpinEditSetValue(field, 33.0f);
+    UpdateWindow(parent);
+    if (openSetValue) {
+        RunModal([&] { return RunSetValueDialog(field); },
+                 {[](HWND dialog) { ClickButton(dialog, IDOK); }});
     }
+    // The field goes with its parent, as in the filter dialog: the hints'
+    // tooltips, owned by the top-level window, go first.
+    DestroyWindow(parent);
     PumpMessages();
     TearDownControlToolkit();
 }
@@ -36,10 +36,8 @@ void Round(bool openSetValue) {
 TEST(ToolkitLeaks, TwoHundredRoundsLeaveObjectsWindowsHandlesAndMemoryAsTheyWere) {
     gModuleInstance = GetModuleHandleA(nullptr);
     for (int i = 0; i < 10; ++i) Round(true);
-    PumpMessages();
     const robust::ResourceCounts before = robust::CountResources();
     for (int i = 0; i < 200; ++i) Round(i % 10 == 0);
-    PumpMessages();
     const robust::ResourceCounts after = robust::CountResources();
     std::cout << robust::Describe(before) << " -> " << robust::Describe(after) << "\n";
     EXPECT_GT(before.gdiObjects, 0u) << "the GDI count must see the stock objects";

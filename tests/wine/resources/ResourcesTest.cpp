@@ -256,44 +256,36 @@ TEST(Resources, DialogTemplatesHoldTheItemsTheCodeFindsByClassAndId) {
         "1 BUTTON 'Close' default tab\n");
 }
 
-TEST(Resources, StringsOfTheAlertsAndTheAboutText) {
-    auto text = [](int id) {
-        char buffer[512] = "";
-        LoadStringA(Module(), id, buffer, sizeof buffer);
-        return std::string(buffer);
-    };
-    EXPECT_EQ(text(IDS_INTEGER_REQUIRED), "An integer is required between ^1 and ^2.");
-    EXPECT_EQ(text(IDS_DECIMAL_REQUIRED), "A decimal number is required between ^1 and ^2.");
-    EXPECT_EQ(text(IDS_HOST_TOO_OLD),
-              "This plug-in requires Adobe Photoshop\xae ^1 or later functionality.");
-    EXPECT_EQ(text(IDS_HOST_INCOMPATIBLE),
-              "This plug-in is incompatible with this version of the host program.");
-    EXPECT_EQ(text(IDS_SUITE_MISSING), "the required suite '^0' is unavailable");
-    const std::string about = text(IDS_ABOUT_TEXT);
-    EXPECT_EQ(about.rfind("Quorvex\n\nVersion CS Release 1 (9/2003)\n", 0), 0u) << about;
-    EXPECT_EQ(text(IDS_ABOUT_TEXT_PADDED), about + "\n\n\n\n");
+// The alerts' texts themselves are checked where they are shown.
+TEST(Resources, ModuleCarriesTheStringsOfTheAlertsAndTheAboutText) {
+    for (int id : {IDS_INTEGER_REQUIRED, IDS_DECIMAL_REQUIRED, IDS_HOST_TOO_OLD,
+                   IDS_HOST_INCOMPATIBLE, IDS_SUITE_MISSING, IDS_ABOUT_TEXT_PADDED}) {
+        char text[512] = "";
+        EXPECT_GT(LoadStringA(Module(), id, text, sizeof text), 0) << id;
+    }
+    char about[512] = "";
+    LoadStringA(Module(), IDS_ABOUT_TEXT, about, sizeof about);
+    EXPECT_EQ(std::string(about).rfind("Quorvex\n\nVersion " QUORVEX_RELEASE_NAME "\n", 0), 0u);
 }
 
 // What the loader reads: the names exported, and the libraries needed.
 TEST(Resources, ModuleExportsItsEntryPointsAndImportsOnlySystemLibraries) {
     const auto* base = reinterpret_cast<const uint8_t*>(Module());
     ASSERT_NE(base, nullptr) << QUORVEX_MODULE_PATH;
-    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(
-        base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const IMAGE_DATA_DIRECTORY* directory = headers->OptionalHeader.DataDirectory;
-    const auto* exports = reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(
-        base + directory[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress);
-    const auto* names = reinterpret_cast<const DWORD*>(base + exports->AddressOfNames);
-    std::vector<std::string> exported(exports->NumberOfNames);
-    for (DWORD i = 0; i < exports->NumberOfNames; ++i)
-        exported[i] = reinterpret_cast<const char*>(base + names[i]);
-    std::sort(exported.begin(), exported.end());
-    EXPECT_EQ(exported, (std::vector<std::string>{"DissolveProc", "ENTRYPOINT"}));
-
+    const IMAGE_DATA_DIRECTORY* directory =
+        reinterpret_cast<const IMAGE_NT_HEADERS*>(
+            base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew)
+            ->OptionalHeader.DataDirectory;
+    EXPECT_EQ(reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(
+                  base + directory[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress)
+                  ->NumberOfNames,
+              2u);
+    for (const char* name : {"ENTRYPOINT", "DissolveProc"}) {
+        EXPECT_NE(GetProcAddress(Module(), name), nullptr) << name;
+    }
     const std::string system =
         " KERNEL32.DLL USER32.DLL GDI32.DLL MSVCRT.DLL COMCTL32.DLL SHELL32.DLL VERSION.DLL "
         "ADVAPI32.DLL COMDLG32.DLL OLE32.DLL ";
-    std::string imported = " ";
     for (const auto* import = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(
              base + directory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
          import->Name != 0; ++import) {
@@ -301,10 +293,7 @@ TEST(Resources, ModuleExportsItsEntryPointsAndImportsOnlySystemLibraries) {
         for (char& c : name) c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
         EXPECT_NE(system.find(" " + name + " "), std::string::npos)
             << name << " would have to be shipped";
-        imported += name + " ";
     }
-    for (const char* needed : {" KERNEL32.DLL ", " VERSION.DLL "})
-        EXPECT_NE(imported.find(needed), std::string::npos) << needed;
 }
 
 }  // namespace

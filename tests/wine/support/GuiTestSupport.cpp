@@ -7,26 +7,15 @@
 
 void* gModuleInstance = nullptr;
 
-void ToolkitTest::SetUp() {
-    gModuleInstance = GetModuleHandleA(nullptr);
-    SetUpControlToolkit();
-    parent_ = std::make_unique<TestParent>();
-}
-
-void ToolkitTest::TearDown() {
-    parent_.reset();
-    PumpMessages();
-    TearDownControlToolkit();
-}
-
 namespace {
 
 LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* parent = reinterpret_cast<TestParent*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (message != WM_COMMAND || parent == nullptr) {
+    auto* commands =
+        reinterpret_cast<std::vector<Command>*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (message != WM_COMMAND || commands == nullptr) {
         return DefWindowProcA(window, message, wParam, lParam);
     }
-    parent->commands.push_back({wParam, lParam});
+    commands->push_back({wParam, lParam});
     return 0;
 }
 
@@ -36,7 +25,6 @@ struct ModalRun {
     size_t next = 0;
     int idleTicks = 0;
     bool seen = false;
-    bool inStep = false;  // a step that pumps messages must not start the next one
 };
 ModalRun* gRun = nullptr;
 
@@ -45,15 +33,13 @@ ModalRun* gRun = nullptr;
 void CALLBACK StepTimer(HWND, UINT, UINT_PTR, DWORD) {
     HWND dialog = GetActiveWindow();
     char className[16] = "";
-    if (gRun->inStep || GetClassNameA(dialog, className, sizeof className) == 0 ||
+    if (GetClassNameA(dialog, className, sizeof className) == 0 ||
         std::string(className) != "#32770") {
         return;
     }
     gRun->seen = true;
     if (gRun->next < gRun->steps.size()) {
-        gRun->inStep = true;
         gRun->steps[gRun->next++](dialog);
-        gRun->inStep = false;
     } else if (++gRun->idleTicks > 200) {
         ADD_FAILURE() << "modal window still open after its script";
         EndDialog(dialog, -2);
@@ -62,17 +48,25 @@ void CALLBACK StepTimer(HWND, UINT, UINT_PTR, DWORD) {
 
 }  // namespace
 
-TestParent::TestParent(int width, int height) {
+void ToolkitTest::SetUp() {
+    gModuleInstance = GetModuleHandleA(nullptr);
+    SetUpControlToolkit();
     WNDCLASSA windowClass = {};
     windowClass.lpfnWndProc = ParentProc;
     windowClass.hInstance = GetModuleHandleA(nullptr);
     windowClass.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     windowClass.lpszClassName = "Quorvex Test Parent";
     RegisterClassA(&windowClass);  // fails harmlessly when already registered
-    window_ = CreateWindowExA(0, windowClass.lpszClassName, "Test parent",
-                              WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, width,
-                              height, nullptr, nullptr, windowClass.hInstance, nullptr);
-    SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    parent_ = CreateWindowExA(0, windowClass.lpszClassName, "Test parent",
+                              WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 320, 200,
+                              nullptr, nullptr, windowClass.hInstance, nullptr);
+    SetWindowLongPtrA(parent_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&commands_));
+}
+
+void ToolkitTest::TearDown() {
+    DestroyWindow(parent_);
+    PumpMessages();
+    TearDownControlToolkit();
 }
 
 void PumpMessages() {

@@ -11,7 +11,6 @@
 // clang-format on
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,29 +19,19 @@ struct Command {
     LPARAM lParam;
 };
 
-// A visible top-level window at (0, 0) that records every WM_COMMAND it gets.
-class TestParent {
-  public:
-    TestParent(int width = 320, int height = 200);
-    ~TestParent() { DestroyWindow(window_); }
-    HWND window() const { return window_; }
-    std::vector<Command> commands;
-
-  private:
-    HWND window_;
-};
-
 // The toolkit set up for this test program (its resources are linked in)
-// and a parent window, gone with its controls before the toolkit goes.
+// and a visible top-level parent window at (0, 0) that records every
+// WM_COMMAND it gets; the parent and its controls go before the toolkit.
 class ToolkitTest : public ::testing::Test {
   protected:
     void SetUp() override;
     void TearDown() override;
-    HWND Parent() const { return parent_->window(); }
-    std::vector<Command>& Commands() { return parent_->commands; }
+    HWND Parent() const { return parent_; }
+    std::vector<Command>& Commands() { return commands_; }
 
   private:
-    std::unique_ptr<TestParent> parent_;
+    HWND parent_ = nullptr;
+    std::vector<Command> commands_;
 };
 
 void PumpMessages();  // delivers the messages posted so far

@@ -13,7 +13,8 @@ namespace {
 // width x height pixels of `source` from its corner.
 Capture CaptureFrom(HDC source, int width, int height) {
     Capture capture{width, height, {}};
-    BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0}};
+    BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0},
+                       {}};
     void* bits = nullptr;
     HBITMAP target = CreateDIBSection(source, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     if (target == nullptr) return capture;
@@ -66,20 +67,14 @@ Capture BitmapPixels(HBITMAP bitmap) {
 }
 
 bool SaveCapture(const Capture& capture, const char* name) {
+    static ULONG_PTR token = 0;  // GDI+ stays up for the rest of the test program
     Gdiplus::GdiplusStartupInput input;
-    ULONG_PTR token = 0;
-    if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) return false;
-    const CLSID png = {
-        0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
+    if (token == 0 && Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) return false;
+    auto* pixels = reinterpret_cast<BYTE*>(const_cast<uint32_t*>(capture.pixels.data()));
+    Gdiplus::Bitmap bitmap(capture.width, capture.height, capture.width * 4, PixelFormat32bppRGB,
+                           pixels);
+    const CLSID png = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0, 0, 0xF8, 0x1E, 0xF3, 0x2E}};
     const std::string path = std::string(QUORVEX_ARTIFACT_DIR) + "\\" + name + ".png";
-    const std::wstring widePath(path.begin(), path.end());
-    bool saved = false;
-    {  // the bitmap must go before GDI+ shuts down
-        Gdiplus::Bitmap bitmap(
-            capture.width, capture.height, capture.width * 4, PixelFormat32bppRGB,
-            reinterpret_cast<BYTE*>(const_cast<uint32_t*>(capture.pixels.data())));
-        saved = bitmap.Save(widePath.c_str(), &png, nullptr) == Gdiplus::Ok;
-    }
-    Gdiplus::GdiplusShutdown(token);
-    return saved;
+    return bitmap.Save(std::wstring(path.begin(), path.end()).c_str(), &png, nullptr) ==
+           Gdiplus::Ok;
 }

@@ -10,7 +10,6 @@ struct Capture {
     int width = 0;
     int height = 0;
     std::vector<uint32_t> pixels;  // 0x00RRGGBB, top row first
-
     uint32_t At(int x, int y) const { return pixels[static_cast<size_t>(y) * width + x]; }
 };
 
@@ -19,7 +18,3 @@ Capture CaptureWindow(HWND window);  // the whole window with frame and controls
 Capture BitmapPixels(HBITMAP bitmap);
 // Saves the capture as QUORVEX_ARTIFACT_DIR\<name>.png.
 bool SaveCapture(const Capture& capture, const char* name);
-
-inline uint32_t Rgb(COLORREF color) {  // 0x00RRGGBB
-    return GetRValue(color) << 16 | GetGValue(color) << 8 | GetBValue(color);
-}
