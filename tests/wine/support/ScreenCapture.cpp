@@ -1,17 +1,18 @@
 #include "ScreenCapture.h"
 
-#include <string>
+// gdiplus.h needs windows.h first.
+// clang-format off
+#include <windows.h>
+#include <gdiplus.h>
+// clang-format on
 
-#include "PngWriter.h"
+#include <string>
 
 namespace {
 
-// width x height pixels of `source` from `origin` on.
-Capture CaptureFrom(HDC source, POINT origin, int width, int height) {
-    Capture capture;
-    capture.width = width;
-    capture.height = height;
-    // 32 bits a pixel, top row first.
+// width x height pixels of `source` from its corner.
+Capture CaptureFrom(HDC source, int width, int height) {
+    Capture capture{width, height, {}};
     BITMAPINFO info = {{sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0},
                        {}};
     void* bits = nullptr;
@@ -19,11 +20,10 @@ Capture CaptureFrom(HDC source, POINT origin, int width, int height) {
     if (target == nullptr) return capture;
     HDC memory = CreateCompatibleDC(source);
     HGDIOBJ previous = SelectObject(memory, target);
-    BitBlt(memory, 0, 0, width, height, source, origin.x, origin.y, SRCCOPY);
+    BitBlt(memory, 0, 0, width, height, source, 0, 0, SRCCOPY);
     GdiFlush();
     const auto* pixels = static_cast<const uint32_t*>(bits);
-    capture.pixels.assign(pixels, pixels + static_cast<size_t>(width) * height);
-    for (uint32_t& pixel : capture.pixels) pixel &= 0x00FFFFFF;
+    for (int i = 0; i < width * height; ++i) capture.pixels.push_back(pixels[i] & 0xFFFFFF);
     SelectObject(memory, previous);
     DeleteDC(memory);
     DeleteObject(target);
@@ -37,23 +37,20 @@ Capture CaptureClient(HWND window) {
     RECT client;
     GetClientRect(window, &client);
     HDC dc = GetDC(window);
-    Capture capture = CaptureFrom(dc, POINT{0, 0}, client.right, client.bottom);
+    Capture capture = CaptureFrom(dc, client.right, client.bottom);
     ReleaseDC(window, dc);
     return capture;
 }
 
-// Read from the window's own device context rather than from the screen:
-// Wine copies a window's drawing to the screen only from time to time, so
-// the screen may still show the dialog half drawn; the window's surface
-// holds everything that was painted.
+// Read from the window's own device context: Wine updates the screen from it
+// only from time to time.
 Capture CaptureWindow(HWND window) {
     RedrawWindow(window, nullptr, nullptr,
                  RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     RECT frame;
     GetWindowRect(window, &frame);
     HDC dc = GetWindowDC(window);
-    Capture capture =
-        CaptureFrom(dc, POINT{0, 0}, frame.right - frame.left, frame.bottom - frame.top);
+    Capture capture = CaptureFrom(dc, frame.right - frame.left, frame.bottom - frame.top);
     ReleaseDC(window, dc);
     return capture;
 }
@@ -61,22 +58,23 @@ Capture CaptureWindow(HWND window) {
 Capture BitmapPixels(HBITMAP bitmap) {
     BITMAP size = {};
     GetObjectA(bitmap, sizeof size, &size);
-    HDC screen = GetDC(nullptr);
-    HDC source = CreateCompatibleDC(screen);
+    HDC source = CreateCompatibleDC(nullptr);
     HGDIOBJ previous = SelectObject(source, bitmap);
-    Capture capture = CaptureFrom(source, POINT{0, 0}, size.bmWidth, size.bmHeight);
+    Capture capture = CaptureFrom(source, size.bmWidth, size.bmHeight);
     SelectObject(source, previous);
     DeleteDC(source);
-    ReleaseDC(nullptr, screen);
     return capture;
 }
 
 bool SaveCapture(const Capture& capture, const char* name) {
-    return WritePng(std::string(QUORVEX_ARTIFACT_DIR) + "\\" + name + ".png", capture.width,
-                    capture.height, capture.pixels);
-}
-
-uint32_t Rgb(COLORREF color) {
-    return (static_cast<uint32_t>(GetRValue(color)) << 16) |
-           (static_cast<uint32_t>(GetGValue(color)) << 8) | GetBValue(color);
+    static ULONG_PTR token = 0;  // GDI+ stays up for the rest of the test program
+    Gdiplus::GdiplusStartupInput input;
+    if (token == 0 && Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) return false;
+    auto* pixels = reinterpret_cast<BYTE*>(const_cast<uint32_t*>(capture.pixels.data()));
+    Gdiplus::Bitmap bitmap(capture.width, capture.height, capture.width * 4, PixelFormat32bppRGB,
+                           pixels);
+    const CLSID png = {0x557CF406, 0x1A04, 0x11D3, {0x9A, 0x73, 0, 0, 0xF8, 0x1E, 0xF3, 0x2E}};
+    const std::string path = std::string(QUORVEX_ARTIFACT_DIR) + "\\" + name + ".png";
+    return bitmap.Save(std::wstring(path.begin(), path.end()).c_str(), &png, nullptr) ==
+           Gdiplus::Ok;
 }
