@@ -16,15 +16,12 @@
 
 namespace {
 
-class DialogCommands : public ::testing::Test {
-  protected:
-    DialogCommands() {
-        Portrait portrait = MakePortrait(900, 600);
-        SelectEyes(portrait);
-        run.host.image() = portrait.image;
-    }
-    DialogRun run;
-};
+// The dialog on a portrait with both eyes selected.
+void ShowPortrait(DialogRun& run) {
+    Portrait portrait = MakePortrait(900, 600);
+    SelectEyes(portrait);
+    run.host.image() = portrait.image;
+}
 
 // Types a value into a field's edit box and leaves it, as a user does.
 void TypeValue(HWND dialog, int itemId, const char* text) {
@@ -34,38 +31,6 @@ void TypeValue(HWND dialog, int itemId, const char* text) {
                  reinterpret_cast<LPARAM>(field->editBox));
 }
 
-TEST_F(DialogCommands, CancelPutsTheRecordBackByteForByte) {
-    const testhost::RunReport report = run.Run({
-        [](HWND dialog) {
-            SendCommand(dialog, IDC_ZOOM_IN);
-            SendCommand(dialog, IDC_ZOOM_IN);
-        },
-        [](HWND dialog) {
-            DragPane(dialog, IDC_DETAIL_PANE, POINT{50, 50}, POINT{80, 70});
-            TypeValue(dialog, IDC_TOLERANCE, "12");
-            TypeValue(dialog, IDC_DARKENING, "88");
-            SendCommand(dialog, IDC_ZOOM_OUT);
-        },
-        [this](HWND dialog) {
-            EXPECT_NE(std::memcmp(&run.Record(), &run.RecordAtOpen(), sizeof(FilterParameters)), 0);
-            // Typed but not yet taken when Cancel comes: the field takes it
-            // as it loses the focus to the closing dialog.
-            const SpinEditRecord* field = FieldOf(dialog, IDC_TOLERANCE);
-            SetFocus(field->editBox);
-            SetWindowTextA(field->editBox, "99");
-            SendCommand(dialog, IDCANCEL);
-        },
-    });
-    EXPECT_EQ(report.result, userCanceledErr);
-    FilterParameters expected = run.RecordAtOpen();
-    expected.showDialog = 0;  // cleared by the start call once the dialog is gone
-    const auto* restored = run.host.ParametersAs<FilterParameters>();
-    ASSERT_NE(restored, nullptr);
-    EXPECT_EQ(std::memcmp(restored, &expected, sizeof expected), 0);
-    EXPECT_TRUE(run.host.LeakedHandles().empty());
-    EXPECT_EQ(testhost::CountDifferentSamples(run.host.image(), run.host.output()), 0u);
-}
-
 void CALLBACK SetValueTo35(HWND box, UINT, UINT_PTR timer, DWORD) {
     KillTimer(box, timer);
     SetDlgItemTextA(box, IDC_NEW_VALUE_1, "35");
@@ -73,44 +38,68 @@ void CALLBACK SetValueTo35(HWND box, UINT, UINT_PTR timer, DWORD) {
                  reinterpret_cast<LPARAM>(GetDlgItem(box, IDOK)));
 }
 
-// A typed value, reset and "Set value" (a right click on a field) each
-// reach the record; a new value repaints the corrected picture, not the
-// navigator's; OK keeps what the fields hold.
-TEST_F(DialogCommands, TypedResetAndSetValuesReachTheRecordAndOkKeepsThem) {
-    run.Record().tolerance = 80.0f;
-    run.Record().darkening = 10.0f;
-    run.host.OnDialog(IDC_NEW_VALUE_1, [](HWND box) { SetTimer(box, 1, 1, SetValueTo35); });
-    const testhost::RunReport report = run.Run({
-        [this](HWND dialog) {
-            EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 80.0f);
-            const Capture detail = CaptureClient(GetDlgItem(dialog, IDC_DETAIL_PANE));
-            const Capture navigator = CaptureClient(GetDlgItem(dialog, IDC_NAVIGATOR_PANE));
-            TypeValue(dialog, IDC_DARKENING, "0");
-            EXPECT_EQ(run.Record().darkening, 0.0f);
-            EXPECT_EQ(run.Record().tolerance, 80.0f);
-            EXPECT_NE(CaptureClient(GetDlgItem(dialog, IDC_DETAIL_PANE)).pixels, detail.pixels);
-            EXPECT_EQ(CaptureClient(GetDlgItem(dialog, IDC_NAVIGATOR_PANE)).pixels,
-                      navigator.pixels);
-
-            SendCommand(dialog, IDC_RESET_DEFAULTS);
-            EXPECT_EQ(run.Record().tolerance, 50.0f);
-            EXPECT_EQ(run.Record().darkening, 50.0f);
-            EXPECT_EQ(run.Record().viewScale, 1.0f);
-            EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 50.0f);
-            EXPECT_EQ(FieldOf(dialog, IDC_DARKENING)->value, 50.0f);
-            SendMessageA(GetDlgItem(dialog, IDC_TOLERANCE), WM_RBUTTONDOWN, MK_RBUTTON, 0);
-        },
-        [this](HWND dialog) {
-            EXPECT_EQ(run.host.log().dialogs.back().caption, "Set value");
-            EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 35.0f);
-            EXPECT_EQ(run.Record().tolerance, 35.0f);
-            TypeValue(dialog, IDC_DARKENING, "20");
-            SendCommand(dialog, IDOK);
-        },
-    });
-    EXPECT_TRUE(report.Ok());
-    EXPECT_EQ(run.host.ParametersAs<FilterParameters>()->tolerance, 35.0f);
-    EXPECT_EQ(run.host.ParametersAs<FilterParameters>()->darkening, 20.0f);
+// A typed value, reset and "Set value" (a right click on a field) each reach
+// the record; a new value repaints the corrected picture, not the
+// navigator's. A value typed but not yet taken when the dialog closes is
+// taken as the field loses the focus. OK keeps the values and the run
+// corrects the image; Cancel puts the record back byte for byte.
+TEST(DialogCommands, ValuesReachTheRecordOkKeepsThemCancelPutsItBack) {
+    for (const int close : {IDOK, IDCANCEL}) {
+        SCOPED_TRACE(close == IDOK ? "OK" : "Cancel");
+        DialogRun run;
+        ShowPortrait(run);
+        run.Record().tolerance = 80.0f;
+        run.Record().darkening = 10.0f;
+        run.host.OnDialog(IDC_NEW_VALUE_1, [](HWND box) { SetTimer(box, 1, 1, SetValueTo35); });
+        const testhost::RunReport report = run.Run({
+            [&run](HWND dialog) {
+                EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 80.0f);
+                const Capture detail = CaptureClient(GetDlgItem(dialog, IDC_DETAIL_PANE));
+                const Capture navigator = CaptureClient(GetDlgItem(dialog, IDC_NAVIGATOR_PANE));
+                TypeValue(dialog, IDC_DARKENING, "0");
+                EXPECT_EQ(run.Record().darkening, 0.0f);
+                EXPECT_EQ(run.Record().tolerance, 80.0f);
+                EXPECT_NE(CaptureClient(GetDlgItem(dialog, IDC_DETAIL_PANE)).pixels, detail.pixels);
+                EXPECT_EQ(CaptureClient(GetDlgItem(dialog, IDC_NAVIGATOR_PANE)).pixels,
+                          navigator.pixels);
+                SendCommand(dialog, IDC_RESET_DEFAULTS);
+                EXPECT_EQ(run.Record().tolerance, 50.0f);
+                EXPECT_EQ(run.Record().darkening, 50.0f);
+                EXPECT_EQ(run.Record().viewScale, 1.0f);
+                EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 50.0f);
+                EXPECT_EQ(FieldOf(dialog, IDC_DARKENING)->value, 50.0f);
+                SendCommand(dialog, IDC_ZOOM_IN);
+                DragPane(dialog, IDC_DETAIL_PANE, POINT{50, 50}, POINT{80, 70});
+                SendMessageA(GetDlgItem(dialog, IDC_TOLERANCE), WM_RBUTTONDOWN, MK_RBUTTON, 0);
+            },
+            [&run, close](HWND dialog) {
+                EXPECT_EQ(run.host.log().dialogs.back().caption, "Set value");
+                EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 35.0f);
+                EXPECT_EQ(run.Record().tolerance, 35.0f);
+                TypeValue(dialog, IDC_DARKENING, "20");
+                const SpinEditRecord* field = FieldOf(dialog, IDC_TOLERANCE);
+                SetFocus(field->editBox);
+                SetWindowTextA(field->editBox, "99");
+                SendCommand(dialog, close);
+            },
+        });
+        const auto* record = run.host.ParametersAs<FilterParameters>();
+        ASSERT_NE(record, nullptr);
+        const size_t changed = testhost::CountDifferentSamples(run.host.image(), run.host.output());
+        if (close == IDOK) {
+            EXPECT_TRUE(report.Ok());
+            EXPECT_EQ(record->tolerance, 99.0f);
+            EXPECT_EQ(record->darkening, 20.0f);
+            EXPECT_NE(changed, 0u);
+        } else {
+            EXPECT_EQ(report.result, userCanceledErr);
+            FilterParameters expected = run.RecordAtOpen();
+            expected.showDialog = 0;  // cleared by the start call once the dialog is gone
+            EXPECT_EQ(std::memcmp(record, &expected, sizeof expected), 0);
+            EXPECT_EQ(changed, 0u);
+        }
+        EXPECT_TRUE(run.host.LeakedHandles().empty());
+    }
 }
 
 // F1 as the keyboard delivers it, to the window that has the focus; it
@@ -134,7 +123,9 @@ void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
 // F1 wherever the focus is, in the About box too, and the documentation
 // button open the manual beside the module; the web site link opens the
 // maker's site. About opens over the dialog.
-TEST_F(DialogCommands, F1AndTheLinksOpenTheManualAndTheSite) {
+TEST(DialogCommands, F1AndTheLinksOpenTheManualAndTheSite) {
+    DialogRun run;
+    ShowPortrait(run);
     ShellRecorder shell(LoadedModule());
     ASSERT_TRUE(shell.Active());
     run.host.OnDialog(IDOK, [](HWND about) {
@@ -154,7 +145,7 @@ TEST_F(DialogCommands, F1AndTheLinksOpenTheManualAndTheSite) {
             PressF1(dialog, field ? FieldOf(dialog, itemId)->editBox : GetDlgItem(dialog, itemId));
         });
     }
-    steps.push_back([this](HWND dialog) {
+    steps.push_back([&run](HWND dialog) {
         SendCommand(dialog, IDC_ABOUT);
         const std::vector<testhost::ShownDialog>& boxes = run.host.log().dialogs;
         ASSERT_EQ(boxes.size(), 2u);
@@ -203,9 +194,7 @@ TEST(DialogWithoutPreview, PanesShowDiagonalsAndTypedValuesCount) {
         DialogRun run;
         run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
         run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
-        Portrait portrait = MakePortrait(900, 600);
-        SelectEyes(portrait);
-        run.host.image() = portrait.image;
+        ShowPortrait(run);
         host.set(run.host.settings);
         const testhost::RunReport report = run.Run({
             [&run, &host](HWND dialog) {
