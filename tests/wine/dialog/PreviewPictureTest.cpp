@@ -1,17 +1,16 @@
 // The pictures in the two panes, pixel by pixel as the panes show them:
-// layers with transparency, a picture zoomed in to half a pixel per pane
-// pixel, and an image smaller than the navigator.
+// layers with transparency, an image smaller than the navigator, and a
+// picture zoomed in to half a pixel per pane pixel.
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ios>
+#include <vector>
 
 #include "DialogRun.h"
 #include "ScreenCapture.h"
 
 namespace {
-
-// Smaller than the template's panes, so that no other control overlaps them.
-constexpr ClientSize kPaneSize{280, 200};
 
 // Colour of one image pixel as 0x00RRGGBB; with a fourth plane the colour is
 // scaled by it as an alpha, truncated.
@@ -24,8 +23,8 @@ uint32_t ShownColour(const testhost::Image& image, int x, int y) {
     return colour;
 }
 
-// Compares every pixel of a pane's picture, as the pane shows it, with the
-// colour `expected` gives for it; reports the first difference and a count.
+// Every pixel of a pane's picture, as the pane shows it, against the colour
+// `expected` gives for it; reports the first difference and a count.
 void ExpectPicture(HWND dialog, int itemId, const std::function<uint32_t(int x, int y)>& expected) {
     const PreviewPaneRecord* pane = PaneOf(dialog, itemId);
     const Capture shown = CaptureClient(GetDlgItem(dialog, itemId));
@@ -33,8 +32,7 @@ void ExpectPicture(HWND dialog, int itemId, const std::function<uint32_t(int x, 
     for (int y = 0; y < pane->shownSize.y; ++y) {
         for (int x = 0; x < pane->shownSize.x; ++x) {
             const uint32_t on = shown.At(pane->imageOrigin.x + x, pane->imageOrigin.y + y);
-            if (on == expected(x, y)) continue;
-            if (differences++ == 0) {
+            if (on != expected(x, y) && differences++ == 0) {
                 ADD_FAILURE() << "pane " << itemId << " at picture pixel " << x << ", " << y
                               << ": shows " << std::hex << on << " instead of " << expected(x, y);
             }
@@ -43,88 +41,68 @@ void ExpectPicture(HWND dialog, int itemId, const std::function<uint32_t(int x, 
     EXPECT_EQ(differences, 0) << "pixels that differ in pane " << itemId;
 }
 
-// Panes of kPaneSize on `image`, whose mask selects nothing: the dialog keeps
-// the view as stored and the preview passes the pixels through unchanged.
-class PreviewPictures : public ::testing::Test {
-  protected:
-    void SetUpImage(const testhost::Image& image) {
-        run.SizePane(IDC_DETAIL_PANE, kPaneSize);
-        run.SizePane(IDC_NAVIGATOR_PANE, kPaneSize);
+// Panes of 280 x 200 on an image of noise whose mask selects nothing: the
+// dialog keeps the view as stored and the preview passes the pixels through.
+// With alpha, three bands of 0, 128 and 255: black, each channel times
+// 128/255 truncated, and the colour as it is. A navigator never enlarges: a
+// small image shows 1:1, its width cut to a multiple of four so that its
+// rows need no padding, in the middle of the pane. Zoomed in to 0.5, each
+// image pixel of the view fills 2 x 2 pane pixels from the view's corner on.
+struct PictureCase {
+    const char* name;
+    int width;
+    int height;
+    int planes;
+    PanePoint viewCorner;  // at zoom 1, before the step in when zoomed
+    bool zoomed;           // one step in, to 0.5
+    std::vector<int> panes;
+    PanePoint shown;  // size of the panes' pictures
+};
+
+const PictureCase kCases[] = {
+    {"Transparency", 120, 80, 4, {0, 0}, false, {IDC_NAVIGATOR_PANE, IDC_DETAIL_PANE}, {120, 80}},
+    {"SmallImage", 150, 90, 3, {0, 0}, false, {IDC_NAVIGATOR_PANE}, {148, 90}},
+    {"HalfZoom", 600, 400, 3, {150, 100}, true, {IDC_DETAIL_PANE}, {280, 200}},
+};
+
+TEST(PreviewPictures, PanesShowTheImagesPixels) {
+    for (const PictureCase& c : kCases) {
+        SCOPED_TRACE(c.name);
+        testhost::Image image(c.width, c.height, c.planes);
+        image.FillNoise(c.width);
+        for (int y = 0; y < c.height && c.planes == 4; ++y) {
+            for (int x = 0; x < c.width; ++x)
+                image.SetSample(x, y, 3, x < 40 ? 0 : x < 80 ? 128 : 255);
+        }
+        DialogRun run;
+        run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
+        run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
         run.host.image() = image;
         run.host.image().SelectRect(0, 0, 0, 0);
         run.Record().viewScale = 1.0f;
-        run.Record().viewX = 0.0f;
-        run.Record().viewY = 0.0f;
-    }
-
-    DialogRun run;
-};
-
-// Three bands, alpha 0, 128 and 255, over noise: black, each channel times
-// 128/255 truncated, and the colour as it is, in both panes.
-TEST_F(PreviewPictures, TransparencyDarkensTowardsBlack) {
-    testhost::Image layer(120, 80, 4);
-    layer.FillNoise(7);
-    for (int y = 0; y < layer.Height(); ++y) {
-        for (int x = 0; x < layer.Width(); ++x) {
-            layer.SetSample(x, y, 3, x < 40 ? 0 : x < 80 ? 128 : 255);
-        }
-    }
-    SetUpImage(layer);
-    run.Run({
-        [&layer](HWND dialog) {
-            auto colour = [&layer](int x, int y) { return ShownColour(layer, x, y); };
-            for (int itemId : {IDC_NAVIGATOR_PANE, IDC_DETAIL_PANE}) {
-                EXPECT_EQ(PaneOf(dialog, itemId)->shownSize.x, 120);
-                ExpectPicture(dialog, itemId, colour);
+        run.Record().viewX = static_cast<float>(c.viewCorner.x);
+        run.Record().viewY = static_cast<float>(c.viewCorner.y);
+        run.Run({[&run, &c, &image](HWND dialog) {
+            if (c.zoomed) SendCommand(dialog, IDC_ZOOM_IN);
+            for (const int itemId : c.panes) {
+                const PreviewPaneRecord* pane = PaneOf(dialog, itemId);
+                EXPECT_EQ(pane->shownSize.x, c.shown.x);
+                EXPECT_EQ(pane->shownSize.y, c.shown.y);
+                const bool detail = itemId == IDC_DETAIL_PANE;
+                if (!detail) {
+                    EXPECT_EQ(pane->imageOrigin.x, (280 - c.shown.x) / 2);
+                    EXPECT_EQ(pane->imageOrigin.y, (200 - c.shown.y) / 2);
+                }
+                const int left = detail ? static_cast<int>(run.Record().viewX) : 0;
+                const int top = detail ? static_cast<int>(run.Record().viewY) : 0;
+                const int zoom = c.zoomed ? 2 : 1;
+                ExpectPicture(dialog, itemId, [&](int x, int y) {
+                    return ShownColour(image, left + x / zoom, top + y / zoom);
+                });
             }
             SendCommand(dialog, IDOK);
-        },
-    });
-}
-
-// A navigator never enlarges: 150 x 90 pixels show 1:1, cut to 148 columns
-// so that its rows need no padding, in the middle of the pane.
-TEST_F(PreviewPictures, SmallImageShowsOneToOneInTheNavigatorsMiddle) {
-    testhost::Image image(150, 90, 3);
-    image.FillNoise(11);
-    SetUpImage(image);
-    run.Run({
-        [&image](HWND dialog) {
-            const PreviewPaneRecord* navigator = PaneOf(dialog, IDC_NAVIGATOR_PANE);
-            EXPECT_EQ(navigator->shownSize.x, 148);
-            EXPECT_EQ(navigator->shownSize.y, 90);
-            EXPECT_EQ(navigator->imageOrigin.x, (280 - 148) / 2);
-            EXPECT_EQ(navigator->imageOrigin.y, (200 - 90) / 2);
-            ExpectPicture(dialog, IDC_NAVIGATOR_PANE,
-                          [&image](int x, int y) { return ShownColour(image, x, y); });
-            SendCommand(dialog, IDOK);
-        },
-    });
-}
-
-// Zoomed in from 1:1 to 0.5, each image pixel of the view fills 2 x 2 pane
-// pixels, from the view's corner on.
-TEST_F(PreviewPictures, HalfZoomShowsEachPixelAsTwoByTwo) {
-    testhost::Image image(600, 400, 3);
-    image.FillNoise(23);
-    SetUpImage(image);
-    run.Record().viewX = 150.0f;
-    run.Record().viewY = 100.0f;
-    run.Run({
-        [this, &image](HWND dialog) {
-            SendCommand(dialog, IDC_ZOOM_IN);
-            ASSERT_EQ(run.Record().viewScale, 0.5f);
-            const int left = static_cast<int>(run.Record().viewX);
-            const int top = static_cast<int>(run.Record().viewY);
-            EXPECT_EQ(PaneOf(dialog, IDC_DETAIL_PANE)->shownSize.x, kPaneSize.width);
-            EXPECT_EQ(PaneOf(dialog, IDC_DETAIL_PANE)->shownSize.y, kPaneSize.height);
-            ExpectPicture(dialog, IDC_DETAIL_PANE, [&image, left, top](int x, int y) {
-                return ShownColour(image, left + x / 2, top + y / 2);
-            });
-            SendCommand(dialog, IDOK);
-        },
-    });
+        }});
+    }
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// Pictures of the dialog on a portrait with red eyes, left as artefacts:
-// at open, after zooming in twice, and after dragging the detail pane.
+// Pictures of the dialog on a portrait with red eyes, left as artefacts: at
+// open, after zooming in twice, and after dragging the detail pane; every
+// control in them drawn.
 #include <gtest/gtest.h>
 
 #include <set>

@@ -11,8 +11,6 @@ namespace {
 constexpr UINT_PTR kStepTimer = 0x5157;
 DialogRun* t_currentRun = nullptr;
 
-LPARAM Point(POINT p) { return MAKELPARAM(p.x, p.y); }
-
 }  // namespace
 
 DialogRun::DialogRun(const char* modulePath) {
@@ -29,20 +27,15 @@ DialogRun::~DialogRun() {
     if (t_currentRun == this) t_currentRun = nullptr;
 }
 
-void DialogRun::SizePane(int itemId, ClientSize size) { paneSizes_.push_back({itemId, size}); }
-
 FilterParameters& DialogRun::Record() {
     if (!parametersCalled_) {
         parametersCalled_ = true;
         EXPECT_EQ(host.Call(filterSelectorParameters), noErr);
     }
+    static FilterParameters none{};
     FilterParameters* record = host.ParametersAs<FilterParameters>();
-    if (record == nullptr) {
-        ADD_FAILURE() << "the module made no parameters record";
-        static FilterParameters none{};
-        return none;
-    }
-    return *record;
+    EXPECT_NE(record, nullptr) << "the module made no parameters record";
+    return record != nullptr ? *record : none;
 }
 
 testhost::RunReport DialogRun::Run(std::vector<DialogStep> steps) {
@@ -55,7 +48,7 @@ testhost::RunReport DialogRun::Run(std::vector<DialogStep> steps) {
     UnhookWindowsHookEx(hook_);
     hook_ = nullptr;
     t_currentRun = nullptr;
-    EXPECT_TRUE(DialogOpened()) << "the main dialog did not open";
+    EXPECT_TRUE(recordAtOpen_.has_value()) << "the main dialog did not open";
     EXPECT_EQ(nextStep_, steps_.size()) << "the dialog closed before its last step";
     return report;
 }
@@ -125,7 +118,7 @@ void SendCommand(HWND dialog, int itemId) {
 
 void DragPane(HWND dialog, int itemId, POINT from, POINT to) {
     HWND pane = GetDlgItem(dialog, itemId);
-    SendMessageA(pane, WM_LBUTTONDOWN, MK_LBUTTON, Point(from));
-    SendMessageA(pane, WM_MOUSEMOVE, MK_LBUTTON, Point(to));
-    SendMessageA(pane, WM_LBUTTONUP, 0, Point(to));
+    SendMessageA(pane, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
+    SendMessageA(pane, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
+    SendMessageA(pane, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
 }

@@ -24,7 +24,6 @@ struct ClientSize {
 
 class DialogRun {
   public:
-    // Loads the module from `modulePath` into the test host.
     explicit DialogRun(const char* modulePath = QUORVEX_MODULE_PATH);
     ~DialogRun();
     DialogRun(const DialogRun&) = delete;
@@ -34,20 +33,18 @@ class DialogRun {
 
     // Gives the pane made for `itemId` this client size instead of the
     // template's.
-    void SizePane(int itemId, ClientSize size);
+    void SizePane(int itemId, ClientSize size) { paneSizes_.push_back({itemId, size}); }
 
     // Calls the parameters selector (once) and returns the record, for the
-    // test to set before the dialog opens. The run's image is the one the
-    // host has at the first call: set it before.
+    // test to set before the dialog opens. Set the host's image before.
     FilterParameters& Record();
 
     // Runs prepare, start (with the dialog and the steps), continue and
-    // finish. Each step runs in its own timer tick inside the dialog.
+    // finish.
     testhost::RunReport Run(std::vector<DialogStep> steps);
 
     // The parameters record as it was when the dialog's controls were made.
     const FilterParameters& RecordAtOpen() const { return *recordAtOpen_; }
-    bool DialogOpened() const { return recordAtOpen_.has_value(); }
 
   private:
     static LRESULT CALLBACK CreationHook(int code, WPARAM wParam, LPARAM lParam);

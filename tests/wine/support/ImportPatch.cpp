@@ -9,21 +9,12 @@ T* At(HMODULE module, DWORD offset) {
     return reinterpret_cast<T*>(reinterpret_cast<BYTE*>(module) + offset);
 }
 
-void Write(void** slot, void* value) {
-    DWORD protection = 0;
-    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
-    *slot = value;
-    VirtualProtect(slot, sizeof *slot, protection, &protection);
-}
-
 void** FindSlot(HMODULE module, const char* dll, const char* function) {
-    const auto* dos = At<IMAGE_DOS_HEADER>(module, 0);
-    const auto* nt = At<IMAGE_NT_HEADERS>(module, dos->e_lfanew);
-    const IMAGE_DATA_DIRECTORY& imports =
-        nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    if (imports.VirtualAddress == 0) return nullptr;
-    for (auto* entry = At<IMAGE_IMPORT_DESCRIPTOR>(module, imports.VirtualAddress);
-         entry->Name != 0; ++entry) {
+    const auto* nt = At<IMAGE_NT_HEADERS>(module, At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew);
+    const DWORD imports =
+        nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+    for (auto* entry = At<IMAGE_IMPORT_DESCRIPTOR>(module, imports); imports != 0 && entry->Name;
+         ++entry) {
         if (_stricmp(At<char>(module, entry->Name), dll) != 0) continue;
         auto* names = At<IMAGE_THUNK_DATA>(module, entry->OriginalFirstThunk);
         auto* slots = At<IMAGE_THUNK_DATA>(module, entry->FirstThunk);
@@ -38,11 +29,17 @@ void** FindSlot(HMODULE module, const char* dll, const char* function) {
     return nullptr;
 }
 
+void Write(void** slot, void* value) {
+    DWORD protection = 0;
+    VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+    *slot = value;
+    VirtualProtect(slot, sizeof *slot, protection, &protection);
+}
+
 }  // namespace
 
-ImportPatch::ImportPatch(HMODULE module, const char* dll, const char* function, void* replacement) {
-    if (module == nullptr) return;
-    slot_ = FindSlot(module, dll, function);
+ImportPatch::ImportPatch(HMODULE module, const char* dll, const char* function, void* replacement)
+    : slot_(module != nullptr ? FindSlot(module, dll, function) : nullptr) {
     if (slot_ == nullptr) return;
     original_ = *slot_;
     Write(slot_, replacement);

@@ -19,7 +19,6 @@ struct ShellCall {
 class ShellRecorder {
   public:
     explicit ShellRecorder(HMODULE module);
-    ~ShellRecorder();
     bool Active() const { return patch_.Patched(); }
     const std::vector<ShellCall>& Calls() const;
 
