@@ -60,7 +60,6 @@ class Random {
 struct Host {
     uint64_t seed = 0;
     int width = 1, height = 1, planes = 3, depth = 8;
-    int mask = 0;  // 0 none, 1 empty, 2 full, 3 random, 4 one pixel, 5 at the edges, 6 a box
     HostSettings settings;
     std::vector<bool> storesValues;  // per run: values written into the record first
 };
@@ -82,7 +81,6 @@ Host MakeHost(uint64_t seed, int largestSide) {
     const bool huge = int64_t{h.width} * h.height > 4000000;  // kept under 80 MB
     h.planes = r.Percent(40) || huge ? 3 : r.Between(1, 5);
     h.depth = r.Percent(80) || huge ? 8 : 16;
-    h.mask = r.Percent(25) ? 0 : r.Between(1, 6);
     HostSettings& s = h.settings;
     const int mode = r.Between(1, 100);
     s.imageMode = static_cast<int16_t>(mode <= 45   ? plugInModeRGBColor
@@ -177,18 +175,20 @@ Image MakeDocument(const Host& h) {
         image.FillRect(r.Between(0, h.width - 1) - radius, r.Between(0, h.height - 1) - radius,
                        2 * radius, 2 * radius, red);
     }
-    if (h.mask == 0) return image;
+    // No selection, an empty one, all, random, one pixel, at the edges, a box.
+    const int mask = r.Percent(25) ? 0 : r.Between(1, 6);
+    if (mask == 0) return image;
     const int x = r.Between(0, h.width - 1), y = r.Between(0, h.height - 1);
     const int w = r.Between(1, h.width), ht = r.Between(1, h.height);
     const int density = r.Between(1, 100);
     image.SelectRect(0, 0, 0, 0);
-    if (h.mask == 2) image.SelectRect(0, 0, h.width, h.height, r.Pick<uint8_t>({255, 1, 128}));
-    if (h.mask == 4) image.SelectRect(x, y, 1, 1);
-    if (h.mask == 5)
+    if (mask == 2) image.SelectRect(0, 0, h.width, h.height, r.Pick<uint8_t>({255, 1, 128}));
+    if (mask == 4) image.SelectRect(x, y, 1, 1);
+    if (mask == 5)
         image.SelectRect(r.Percent(50) ? 0 : h.width - w, r.Percent(50) ? 0 : h.height - ht, w, ht);
-    if (h.mask == 6) image.SelectRect(x, y, w % 300 + 1, ht % 300 + 1);
+    if (mask == 6) image.SelectRect(x, y, w % 300 + 1, ht % 300 + 1);
     for (uint8_t& m : image.Mask()) {
-        if (h.mask == 3 && r.Percent(density)) m = static_cast<uint8_t>(r.Between(1, 255));
+        if (mask == 3 && r.Percent(density)) m = static_cast<uint8_t>(r.Between(1, 255));
     }
     return image;
 }
@@ -301,8 +301,7 @@ LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
         code == EXCEPTION_ILLEGAL_INSTRUCTION || code == EXCEPTION_INT_DIVIDE_BY_ZERO ||
         code == STATUS_HEAP_CORRUPTION) {
         std::fprintf(stderr, "FAULT: exception 0x%08lx in the host of --replay %llu\n", code,
-                     static_cast<unsigned long long>(g_currentSeed));
-        std::fflush(stderr);
+                     g_currentSeed);
     }
     return EXCEPTION_CONTINUE_SEARCH;
 }
@@ -324,21 +323,18 @@ int main(int argc, char** argv) {
     // The module stays loaded for the whole campaign, as a host keeps its
     // plug-ins: module-wide state carries over from one host to the next.
     if (LoadLibraryA(QUORVEX_MODULE_PATH) == nullptr) return 2;
-    std::printf("campaign seed %llu, %llu hosts\n", static_cast<unsigned long long>(seed),
-                static_cast<unsigned long long>(count));
+    std::printf("campaign seed %llu, %llu hosts\n", seed, count);
     uint64_t failed = 0;
     for (uint64_t i = first; i < first + count; ++i) {
         g_currentSeed = replay ? seed : Random(seed ^ (i * 0xD1B54A32D192ED03ull)).Next();
         const Host h = MakeHost(g_currentSeed, static_cast<int>(option["--largest-side"]));
         const std::vector<std::string> problems = RunHost(h);
         if (problems.empty()) continue;
-        std::printf("FAIL #%llu (--replay %llu): %dx%dx%d depth %d mode %d mask %d\n",
-                    static_cast<unsigned long long>(i), static_cast<unsigned long long>(h.seed),
-                    h.width, h.height, h.planes, h.depth, *h.settings.imageMode, h.mask);
+        std::printf("FAIL #%llu (--replay %llu): %dx%dx%d depth %d mode %d\n", i, h.seed, h.width,
+                    h.height, h.planes, h.depth, *h.settings.imageMode);
         for (const std::string& problem : problems) std::printf("    %s\n", problem.c_str());
         ++failed;
     }
-    std::printf("%llu passed, %llu failed\n", static_cast<unsigned long long>(count - failed),
-                static_cast<unsigned long long>(failed));
+    std::printf("%llu passed, %llu failed\n", count - failed, failed);
     return failed == 0 ? 0 : 1;
 }
