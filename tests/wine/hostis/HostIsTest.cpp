@@ -6,7 +6,6 @@
 #include <sstream>
 #include <string>
 
-#include "plugin/FilterParameters.h"
 #include "plugin/HostServices.h"
 #include "testhost/TestHost.h"
 
@@ -44,5 +43,4 @@ TEST(HOSTIS_SUITE, OnlyAPremiereStyleHostGetsTheModulesOwnBands) {
     host.settings.maxSpace = 1;  // bands of one row
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_EQ(host.log().CountCalls(filterSelectorContinue), HOSTIS_PREMIERE ? 3 : 0);
-    EXPECT_EQ(host.ParametersAs<FilterParameters>()->hostIsPremiere, HOSTIS_PREMIERE);
 }

@@ -2,7 +2,6 @@
 # Checks of what goes out to photographers: the manual and the download.
 #   release_checks.sh manual <KorvanthePhoto.pdf> <missing-pictures.txt> <version>
 #   release_checks.sh zip <quorvex-<version>-win<bits>.zip> <KorvanthePhoto.pdf> <version> <bits>
-#   release_checks.sh unpack <zip> <folder>   (installs as a photographer does)
 set -u
 status=0
 fail() { echo "FAIL: $*" >&2 && status=1; }
@@ -78,12 +77,8 @@ zip() {
     rm -rf "$unpacked"
 }
 
-unpack() {
-    rm -rf "$2" && mkdir -p "$2" && unzip -q "$1" -d "$2" || fail "could not unpack $1 into $2"
-}
-
 case "${1:-}" in
-    manual | zip | unpack) "$@" ;;
-    *) echo "usage: $0 manual|zip|unpack ..." >&2 && exit 2 ;;
+    manual | zip) "$@" ;;
+    *) echo "usage: $0 manual|zip ..." >&2 && exit 2 ;;
 esac
 exit $status

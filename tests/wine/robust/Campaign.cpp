@@ -49,9 +49,6 @@ class Random {
             return hostile::FloatFromBits(static_cast<uint32_t>(Next()));
         return lo + (hi - lo) * static_cast<float>(Between(0, 1 << 20)) / (1 << 20);
     }
-    int32_t WildInt(int lo, int hi) {
-        return Percent(30) ? static_cast<int32_t>(Next()) : Between(lo, hi);
-    }
 
   private:
     uint64_t state_;
@@ -117,20 +114,18 @@ Host MakeHost(uint64_t seed, int largestSide) {
         r.Percent(75)
             ? noErr
             : r.Pick<OSErr>({errMissingParameter, -1, filterBadParameters, memFullErr, 12345});
-    if (r.Percent(70)) {
-        std::vector<DescriptorItem> items(static_cast<size_t>(r.Between(0, 6)));
-        for (auto& item : items) {
-            const DescriptorKeyID key =
-                r.Pick<DescriptorKeyID>({FourCC("ClSt"), FourCC("Angl"), FourCC("Usil"),
-                                         FourCC("zzzz"), static_cast<DescriptorKeyID>(r.Next())});
-            const int kind = r.Between(0, 3);
-            item = kind == 0   ? DescriptorItem::Integer(key, static_cast<int32_t>(r.Next()))
-                   : kind == 1 ? DescriptorItem::Float(key, r.WildFloat(-1e6f, 1e6f))
-                   : kind == 2 ? DescriptorItem::Bool(key, r.Percent(50))
-                               : DescriptorItem::Text(key, std::string(r.Between(0, 300), 'q'));
-        }
-        s.playDescriptor = items;
+    std::vector<DescriptorItem> items(static_cast<size_t>(r.Between(0, 6)));
+    for (auto& item : items) {
+        const DescriptorKeyID key =
+            r.Pick<DescriptorKeyID>({FourCC("ClSt"), FourCC("Angl"), FourCC("Usil"), FourCC("zzzz"),
+                                     static_cast<DescriptorKeyID>(r.Next())});
+        const int kind = r.Between(0, 3);
+        item = kind == 0   ? DescriptorItem::Integer(key, static_cast<int32_t>(r.Next()))
+               : kind == 1 ? DescriptorItem::Float(key, r.WildFloat(-1e6f, 1e6f))
+               : kind == 2 ? DescriptorItem::Bool(key, r.Percent(50))
+                           : DescriptorItem::Text(key, std::string(r.Between(0, 300), 'q'));
     }
+    if (r.Percent(70)) s.playDescriptor = items;
     s.extraRowBytes = r.Percent(70) ? 0 : r.Between(1, 17);
     s.nullInData = r.Percent(8);
     s.nullOutData = r.Percent(8);
@@ -196,16 +191,13 @@ Image MakeDocument(const Host& h) {
 // Random user values and view positions, as a host keeps them in the record.
 void StoreValues(FilterParameters* p, const Host& h, int run) {
     Random r(h.seed ^ (0xBADull << run));
-    auto user = [&r] { return r.Percent(50) ? r.Between(0, 100) : r.WildFloat(-300.0f, 400.0f); };
-    p->tolerance = static_cast<float>(user());
-    p->darkening = static_cast<float>(user());
+    for (float* value : {&p->tolerance, &p->darkening})
+        *value = r.Percent(50) ? static_cast<float>(r.Between(0, 100)) : r.WildFloat(-300, 400);
     p->viewX = r.WildFloat(-10.0f, static_cast<float>(h.width + 10));
     p->viewY = r.WildFloat(-10.0f, static_cast<float>(h.height + 10));
     p->viewScale = r.Percent(40) ? 1.0f : r.WildFloat(-4.0f, 16.0f);
-    p->viewLeft = r.WildInt(-10, h.width + 10);
-    p->viewTop = r.WildInt(-10, h.height + 10);
-    p->viewRight = r.WildInt(-10, h.width + 10);
-    p->viewBottom = r.WildInt(-10, h.height + 10);
+    for (int32_t* edge : {&p->viewLeft, &p->viewTop, &p->viewRight, &p->viewBottom})
+        *edge = r.Percent(30) ? static_cast<int32_t>(r.Next()) : r.Between(-10, h.width + 10);
     p->viewState = r.Percent(80) ? r.Pick<int8_t>({1, 0, -1, -2}) : static_cast<int8_t>(r.Next());
     p->previewOn = r.Pick<uint8_t>({0, 1, 0xFF});
     p->showDialog = r.Percent(85) ? 0 : static_cast<uint8_t>(r.Between(1, 255));

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "plugin/FilterGlobals.h"
@@ -68,13 +69,11 @@ TEST_F(HostFrame, ParametersMakesTheRecordWithItsDefaultsAndItsValuesSurviveRuns
     ASSERT_EQ(host.Call(filterSelectorParameters), noErr);
     FilterParameters* p = Parameters();
     ASSERT_NE(p, nullptr);
-    EXPECT_EQ(p->viewScale, 1.0f);
-    EXPECT_EQ(p->tolerance, 50.0f);
-    EXPECT_EQ(p->darkening, 50.0f);
-    EXPECT_EQ(p->previewOn, 1);
-    EXPECT_EQ(p->viewState, 0);
-    EXPECT_EQ(p->showDialog, 1);
-    EXPECT_EQ(p->hostIsPremiere + p->hostIsAfterEffects, 0);
+    // Scale, tolerance, darkening, preview, view state, dialog, host kind.
+    EXPECT_EQ(
+        std::make_tuple(p->viewScale, p->tolerance, p->darkening, +p->previewOn, +p->viewState,
+                        +p->showDialog, p->hostIsPremiere + p->hostIsAfterEffects),
+        std::make_tuple(1.0f, 50.0f, 50.0f, 1, 0, 1, 0));
     p->tolerance = 73.0f;
     ASSERT_TRUE(host.Run().Ok());
     ASSERT_TRUE(host.Run().Ok());

@@ -1,4 +1,5 @@
-// The log the module writes on every load notification.
+// The log the module writes on every load notification: one line each, the
+// event and the classic 24-character local time ("Sun Nov 22 00:30:00 2026").
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -8,8 +9,6 @@
 #include <string>
 #include <thread>
 
-namespace {
-
 TEST(LoadLog, OneTimeStampedLinePerLoadNotification) {
     const char* path = "C:\\LoadLogTextFormat.txt";
     std::remove(path);
@@ -17,7 +16,6 @@ TEST(LoadLog, OneTimeStampedLinePerLoadNotification) {
     ASSERT_NE(module, nullptr);
     std::thread([] {}).join();
     FreeLibrary(module);
-    // The classic 24-character local time: "Sun Nov 22 00:30:00 2026".
     const std::string stamp =
         R"( DllMain: [A-Z][a-z]{2} [A-Z][a-z]{2} [ \d]\d \d\d:\d\d:\d\d \d{4})";
     std::ifstream file(path);
@@ -29,5 +27,3 @@ TEST(LoadLog, OneTimeStampedLinePerLoadNotification) {
     }
     EXPECT_FALSE(std::getline(file, line)) << line;
 }
-
-}  // namespace
