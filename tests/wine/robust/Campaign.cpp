@@ -42,12 +42,11 @@ class Random {
         return values.begin()[Between(0, static_cast<int>(values.size()) - 1)];
     }
     float WildFloat(float lo, float hi) {  // a special value, any bits, or within lo..hi
-        const int kind = Between(0, static_cast<int>(hostile::kSpecialFloatCount) + 3);
-        if (kind < static_cast<int>(hostile::kSpecialFloatCount))
-            return hostile::kSpecialFloats[kind];
-        if (kind == static_cast<int>(hostile::kSpecialFloatCount))
-            return hostile::FloatFromBits(static_cast<uint32_t>(Next()));
-        return lo + (hi - lo) * static_cast<float>(Between(0, 1 << 20)) / (1 << 20);
+        const uint32_t kind = static_cast<uint32_t>(Between(0, hostile::kSpecialFloatCount + 3));
+        return kind < hostile::kSpecialFloatCount ? hostile::kSpecialFloats[kind]
+               : kind == hostile::kSpecialFloatCount
+                   ? hostile::FloatFromBits(static_cast<uint32_t>(Next()))
+                   : lo + (hi - lo) * static_cast<float>(Between(0, 1 << 20)) / (1 << 20);
     }
 
   private:
@@ -110,10 +109,9 @@ Host MakeHost(uint64_t seed, int largestSide) {
     s.descriptorSuite = r.Pick({DescriptorSuiteMode::kFull, DescriptorSuiteMode::kShortSuites,
                                 DescriptorSuiteMode::kNullSuites, DescriptorSuiteMode::kAbsent});
     s.playInfo = r.Percent(90) ? r.Pick<int16_t>({0, 0, 2, 1}) : static_cast<int16_t>(r.Next());
-    s.readerCloseError =
-        r.Percent(75)
-            ? noErr
-            : r.Pick<OSErr>({errMissingParameter, -1, filterBadParameters, memFullErr, 12345});
+    if (r.Percent(25))
+        s.readerCloseError =
+            r.Pick<OSErr>({errMissingParameter, -1, filterBadParameters, memFullErr, 12345});
     std::vector<DescriptorItem> items(static_cast<size_t>(r.Between(0, 6)));
     for (auto& item : items) {
         const DescriptorKeyID key =

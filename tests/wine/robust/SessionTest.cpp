@@ -3,7 +3,6 @@
 // dialog opened and closed many times is the dialog tests' DialogLifecycle.)
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -39,8 +38,7 @@ TEST(LongSession, RunsOfEveryKindLeaveNothingBehind) {
     const robust::ResourceCounts before = robust::CountResources();
     for (int i = 0; i < 60; ++i) run(i);
     const robust::ResourceCounts after = robust::CountResources();
-    std::printf("60 runs: before %s; after %s\n", Describe(before).c_str(),
-                Describe(after).c_str());
+    SCOPED_TRACE("60 runs: before " + Describe(before) + "; after " + Describe(after));
     ASSERT_GT(before.gdiObjects * before.kernelHandles * before.privateBytes, 0u)
         << "a count of zero would pass every comparison";
     EXPECT_LE(after.gdiObjects, before.gdiObjects + 4);

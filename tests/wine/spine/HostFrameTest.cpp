@@ -1,9 +1,14 @@
 // The host frame as a host sees it through the test host: each selector's
 // result, both data protocols, the band height, memory full, scripting and
-// missing host services.
+// missing host services; and the module's load log.
 #include <gtest/gtest.h>
+#include <windows.h>
 
+#include <cstdio>
+#include <fstream>
+#include <regex>
 #include <string>
+#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -187,42 +192,34 @@ TEST_F(HostFrame, BigDocumentRectanglesAreUsedOnlyWhenSwitchedOn) {
     }
 }
 
-TEST_F(HostFrame, WithoutRoomForTheGlobalsEverySelectorFailsAndTheNextRunWorks) {
-    host.settings.newHandleLimit = 0;
-    for (int16_t selector = filterSelectorParameters; selector <= filterSelectorFinish;
-         ++selector) {
-        EXPECT_EQ(host.Call(selector), memFullErr) << selector;
-        EXPECT_EQ(host.data(), 0) << selector;
-    }
-    EXPECT_TRUE(host.handles().Live().empty());
-    EXPECT_EQ(host.record().maxSpace, host.settings.maxSpace) << "prepare did not run";
-    EXPECT_TRUE(host.log().serves.empty());
-    EXPECT_TRUE(host.log().descriptorWrites.empty());
-    host.settings.newHandleLimit = INT32_MAX;
-    EXPECT_TRUE(host.Run().Ok());
-    EXPECT_NE(Parameters(), nullptr);
-}
-
-TEST_F(HostFrame, WithoutRoomForTheParametersTheCallFailsAndTheNextTriesAgain) {
+// Without room for its globals every selector fails; with room for them
+// alone (not the parameters), parameters, prepare and start fail. Either way
+// prepare's work, pixels, scripting and windows are left alone, and with room
+// again the next run works from the start.
+TEST_F(HostFrame, WithoutRoomForItsBlocksACallFailsAloneAndTheNextRunWorks) {
     static_assert(sizeof(FilterGlobals) < sizeof(FilterParameters), "the limit splits them");
-    host.settings.newHandleLimit = sizeof(FilterGlobals);
-    for (int16_t selector :
-         {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
-        EXPECT_EQ(host.Call(selector), memFullErr) << selector;
-        EXPECT_EQ(host.record().parameters, nullptr) << selector;
-        EXPECT_EQ(host.GlobalsLocks(), 0) << selector;
+    for (const int32_t limit : {0, static_cast<int32_t>(sizeof(FilterGlobals))}) {
+        testhost::TestHost fresh;
+        ASSERT_TRUE(fresh.Load(QUORVEX_MODULE_PATH));
+        fresh.image() = host.image();
+        fresh.settings.newHandleLimit = limit;
+        const int16_t last = limit == 0 ? filterSelectorFinish : filterSelectorStart;
+        for (int16_t selector = filterSelectorParameters; selector <= last; ++selector) {
+            EXPECT_EQ(fresh.Call(selector), memFullErr) << limit << ": " << selector;
+            EXPECT_EQ(fresh.record().parameters, nullptr) << selector;
+            EXPECT_EQ(fresh.GlobalsLocks(), limit == 0 ? -1 : 0) << selector;
+        }
+        EXPECT_EQ(fresh.handles().Live().size(), limit == 0 ? 0u : 1u) << "the globals alone";
+        EXPECT_EQ(fresh.record().maxSpace, fresh.settings.maxSpace) << "prepare did not run";
+        EXPECT_TRUE(fresh.log().serves.empty());
+        EXPECT_TRUE(fresh.log().descriptorReads.empty() && fresh.log().descriptorWrites.empty());
+        EXPECT_TRUE(fresh.log().dialogs.empty());
+        fresh.settings.newHandleLimit = INT32_MAX;
+        EXPECT_TRUE(fresh.Run().Ok());
+        ASSERT_NE(fresh.ParametersAs<FilterParameters>(), nullptr);
+        EXPECT_EQ(fresh.ParametersAs<FilterParameters>()->tolerance, 50.0f);
+        EXPECT_EQ(fresh.log().faults, std::vector<std::string>{});
     }
-    EXPECT_EQ(host.record().maxSpace, host.settings.maxSpace) << "prepare did not run";
-    EXPECT_TRUE(host.log().descriptorReads.empty());
-    EXPECT_TRUE(host.log().serves.empty());
-    EXPECT_TRUE(host.log().dialogs.empty());
-    EXPECT_EQ(host.handles().Live().size(), 1u) << "the globals block alone";
-
-    host.settings.newHandleLimit = INT32_MAX;
-    EXPECT_EQ(host.Call(filterSelectorPrepare), noErr);
-    ASSERT_NE(Parameters(), nullptr);
-    EXPECT_EQ(Parameters()->tolerance, 50.0f);
-    EXPECT_EQ(Parameters()->rowsPerTile, host.image().Height());
 }
 
 // A table of at least 8 procedures (or of an unknown count) of version 1 is
@@ -323,6 +320,27 @@ TEST_F(HostFrame, OnlyPlayModeDisplayOrAHostWithoutScriptingShowsTheWindow) {
         EXPECT_EQ(host.log().descriptorReads.size(), used);
         EXPECT_EQ(host.log().descriptorWrites.size(), used);
     }
+}
+
+// One line per load notification: the event and the classic 24-character
+// local time ("Sun Nov 22 00:30:00 2026").
+TEST(LoadLog, OneTimeStampedLinePerLoadNotification) {
+    const char* path = "C:\\LoadLogTextFormat.txt";
+    std::remove(path);
+    HMODULE module = LoadLibraryA(QUORVEX_MODULE_PATH);
+    ASSERT_NE(module, nullptr);
+    std::thread([] {}).join();
+    FreeLibrary(module);
+    const std::string stamp =
+        R"( DllMain: [A-Z][a-z]{2} [A-Z][a-z]{2} [ \d]\d \d\d:\d\d:\d\d \d{4})";
+    std::ifstream file(path);
+    std::string line;
+    for (const char* event :
+         {"DLL_PROCESS_ATTACH", "DLL_THREAD_ATTACH", "DLL_THREAD_DETACH", "DLL_PROCESS_DETACH"}) {
+        ASSERT_TRUE(std::getline(file, line)) << event;
+        EXPECT_TRUE(std::regex_match(line, std::regex(event + stamp))) << line;
+    }
+    EXPECT_FALSE(std::getline(file, line)) << line;
 }
 
 }  // namespace
