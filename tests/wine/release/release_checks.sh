@@ -14,7 +14,6 @@ mentions() { # what text phrase...
     done
 }
 
-# The text of one page of a PDF, on one line.
 page_text() { pdftotext -f "$2" -l "$2" "$1" - | tr -s ' \n' ' ' | sed 's/^ //'; }
 
 # A title page with the contents, then a page per chapter that starts with its

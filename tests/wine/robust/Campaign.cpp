@@ -1,13 +1,11 @@
-// The randomized hostile-host campaign: runs the module through random hosts
-// (document, services, protocol, stored values, one to three runs each) and
-// prints every host that went wrong with the seed that replays it:
-//   robust_campaign --seed 7 --count 80 [--first 80] [--largest-side 1500]
-//   robust_campaign --replay 1234567
-// A host went wrong when a call answered a code a host does not expect or
-// left the globals locked, the test host saw a fault (a write past a buffer,
-// an unknown handle, a hang), handles were left behind, or a completed run
-// changed bytes outside the output areas delivered to it (any byte, in an
-// image mode the module passes through).
+// The randomized hostile-host campaign: random hosts (document, services,
+// protocol, stored values, one to three runs), each that went wrong printed
+// with the seed that replays it (robust_campaign --replay SEED; a campaign is
+// --seed S --count N [--first F] [--largest-side 1500]). Wrong: an unexpected
+// result code, globals left locked, a fault the test host saw (a write past a
+// buffer, an unknown handle, a hang), handles left behind, or a completed run
+// changing bytes outside the output areas delivered (any, in a mode passed
+// through).
 #include <windows.h>
 
 #include <algorithm>
@@ -264,8 +262,7 @@ std::vector<std::string> RunHost(const Host& h) {
         const bool completed =
             report.result == noErr && report.lastSelector == filterSelectorFinish;
         if (const size_t bytes = completed ? ForbiddenChanges(host, firstServe) : 0)
-            problems.push_back(at + std::to_string(bytes) +
-                               " bytes changed outside delivered areas");
+            problems.push_back(at + std::to_string(bytes) + " bytes changed outside the areas");
         if (!valid(report.result))
             problems.push_back(at + "the run ended with " + std::to_string(report.result));
     }

@@ -252,10 +252,11 @@ TEST_F(HostFrame, HandleServicesAreUsedOnlyWhenUsable) {
     }
 }
 
-TEST_F(HostFrame, AReplayedDescriptorIsSkippedAndFinishRecordsAnEmptyOne) {
+TEST_F(HostFrame, ReplayedValuesAreSkippedCloseErrorsCountAndFinishRecordsAnEmptyDescriptor) {
     host.settings.playDescriptor = std::vector<testhost::DescriptorItem>{
         testhost::DescriptorItem::Integer(FourCC("ClSt"), 3),
         testhost::DescriptorItem::Float(FourCC("Angl"), 45.0)};
+    host.settings.readerCloseError = errMissingParameter;
     ASSERT_TRUE(host.Run().Ok());
     ASSERT_EQ(host.log().descriptorReads.size(), 1u);
     const testhost::DescriptorRead& read = host.log().descriptorReads[0];
@@ -276,12 +277,7 @@ TEST_F(HostFrame, AReplayedDescriptorIsSkippedAndFinishRecordsAnEmptyOne) {
     ASSERT_NE(host.record().descriptorParameters, nullptr);
     EXPECT_EQ(host.record().descriptorParameters->descriptor, write.descriptor);
     EXPECT_EQ(host.record().descriptorParameters->recordInfo, plugInDialogOptional);
-}
 
-TEST_F(HostFrame, ACloseErrorReachesTheHostUnlessItIsAMissingParameter) {
-    host.settings.playDescriptor = std::vector<testhost::DescriptorItem>{};
-    host.settings.readerCloseError = errMissingParameter;
-    EXPECT_TRUE(host.Run().Ok());
     host.settings.readerCloseError = paramErr;
     const testhost::RunReport report = host.Run();
     EXPECT_EQ(report.result, paramErr);
