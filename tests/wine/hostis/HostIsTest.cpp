@@ -3,10 +3,8 @@
 // the module loaded into it runs its own band loop on a Premiere-style host.
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
-#include "plugin/FilterParameters.h"
 #include "plugin/HostServices.h"
 #include "testhost/TestHost.h"
 
@@ -17,19 +15,15 @@ const char kSignatures[][5] = {"Cdrw", "Mprn", "BABL", "FXTC", "ART3", "ARTZ",
                                "ARTY", "ART5", "ALD5", "ALD6", "AD65", "PHUT",
                                "8BIM", "PrMr", "8BFM", "ART4", "    ", "prmr"};
 
-bool Accepted(const char* signature) {
-    std::istringstream accepted(HOSTIS_ACCEPTED);
-    for (std::string word; accepted >> word;)
-        if (word == signature) return true;
-    return false;
-}
-
 }  // namespace
 
 TEST(HOSTIS_SUITE, AnswersTheHostsGroupAndNothingElse) {
     for (int round = 0; round < 2; ++round) {  // the second round uses the kept reading
         for (const auto& signature : kSignatures) {
-            EXPECT_EQ(HostIs(FourCC(signature)), Accepted(signature) ? HOSTIS_ANSWER : 0u)
+            const bool accepted =
+                std::string(" " HOSTIS_ACCEPTED " ").find(std::string(" ") + signature + " ") !=
+                std::string::npos;
+            EXPECT_EQ(HostIs(FourCC(signature)), accepted ? HOSTIS_ANSWER : 0u)
                 << "'" << signature << "'";
         }
         EXPECT_EQ(HostIs(0), 0u) << "the group end marker";
@@ -44,5 +38,4 @@ TEST(HOSTIS_SUITE, OnlyAPremiereStyleHostGetsTheModulesOwnBands) {
     host.settings.maxSpace = 1;  // bands of one row
     ASSERT_TRUE(host.Run().Ok());
     EXPECT_EQ(host.log().CountCalls(filterSelectorContinue), HOSTIS_PREMIERE ? 3 : 0);
-    EXPECT_EQ(host.ParametersAs<FilterParameters>()->hostIsPremiere, HOSTIS_PREMIERE);
 }

@@ -2,7 +2,6 @@
 # Checks of what goes out to photographers: the manual and the download.
 #   release_checks.sh manual <KorvanthePhoto.pdf> <missing-pictures.txt> <version>
 #   release_checks.sh zip <quorvex-<version>-win<bits>.zip> <KorvanthePhoto.pdf> <version> <bits>
-#   release_checks.sh unpack <zip> <folder>   (installs as a photographer does)
 set -u
 status=0
 fail() { echo "FAIL: $*" >&2 && status=1; }
@@ -15,7 +14,6 @@ mentions() { # what text phrase...
     done
 }
 
-# The text of one page of a PDF, on one line.
 page_text() { pdftotext -f "$2" -l "$2" "$1" - | tr -s ' \n' ' ' | sed 's/^ //'; }
 
 # A title page with the contents, then a page per chapter that starts with its
@@ -78,12 +76,8 @@ zip() {
     rm -rf "$unpacked"
 }
 
-unpack() {
-    rm -rf "$2" && mkdir -p "$2" && unzip -q "$1" -d "$2" || fail "could not unpack $1 into $2"
-}
-
 case "${1:-}" in
-    manual | zip | unpack) "$@" ;;
-    *) echo "usage: $0 manual|zip|unpack ..." >&2 && exit 2 ;;
+    manual | zip) "$@" ;;
+    *) echo "usage: $0 manual|zip ..." >&2 && exit 2 ;;
 esac
 exit $status

@@ -1,13 +1,11 @@
-// The randomized hostile-host campaign: runs the module through random hosts
-// (document, services, protocol, stored values, one to three runs each) and
-// prints every host that went wrong with the seed that replays it:
-//   robust_campaign --seed 7 --count 80 [--first 80] [--largest-side 1500]
-//   robust_campaign --replay 1234567
-// A host went wrong when a call answered a code a host does not expect or
-// left the globals locked, the test host saw a fault (a write past a buffer,
-// an unknown handle, a hang), handles were left behind, or a completed run
-// changed bytes outside the output areas delivered to it (any byte, in an
-// image mode the module passes through).
+// The randomized hostile-host campaign: random hosts (document, services,
+// protocol, stored values, one to three runs), each that went wrong printed
+// with the seed that replays it (robust_campaign --replay SEED; a campaign is
+// --seed S --count N [--first F] [--largest-side 1500]). Wrong: an unexpected
+// result code, globals left locked, a fault the test host saw (a write past a
+// buffer, an unknown handle, a hang), handles left behind, or a completed run
+// changing bytes outside the output areas delivered (any, in a mode passed
+// through).
 #include <windows.h>
 
 #include <algorithm>
@@ -42,15 +40,11 @@ class Random {
         return values.begin()[Between(0, static_cast<int>(values.size()) - 1)];
     }
     float WildFloat(float lo, float hi) {  // a special value, any bits, or within lo..hi
-        const int kind = Between(0, static_cast<int>(hostile::kSpecialFloatCount) + 3);
-        if (kind < static_cast<int>(hostile::kSpecialFloatCount))
-            return hostile::kSpecialFloats[kind];
-        if (kind == static_cast<int>(hostile::kSpecialFloatCount))
-            return hostile::FloatFromBits(static_cast<uint32_t>(Next()));
-        return lo + (hi - lo) * static_cast<float>(Between(0, 1 << 20)) / (1 << 20);
-    }
-    int32_t WildInt(int lo, int hi) {
-        return Percent(30) ? static_cast<int32_t>(Next()) : Between(lo, hi);
+        const uint32_t kind = static_cast<uint32_t>(Between(0, hostile::kSpecialFloatCount + 3));
+        return kind < hostile::kSpecialFloatCount ? hostile::kSpecialFloats[kind]
+               : kind == hostile::kSpecialFloatCount
+                   ? hostile::FloatFromBits(static_cast<uint32_t>(Next()))
+                   : lo + (hi - lo) * static_cast<float>(Between(0, 1 << 20)) / (1 << 20);
     }
 
   private:
@@ -60,7 +54,6 @@ class Random {
 struct Host {
     uint64_t seed = 0;
     int width = 1, height = 1, planes = 3, depth = 8;
-    int mask = 0;  // 0 none, 1 empty, 2 full, 3 random, 4 one pixel, 5 at the edges, 6 a box
     HostSettings settings;
     std::vector<bool> storesValues;  // per run: values written into the record first
 };
@@ -82,7 +75,6 @@ Host MakeHost(uint64_t seed, int largestSide) {
     const bool huge = int64_t{h.width} * h.height > 4000000;  // kept under 80 MB
     h.planes = r.Percent(40) || huge ? 3 : r.Between(1, 5);
     h.depth = r.Percent(80) || huge ? 8 : 16;
-    h.mask = r.Percent(25) ? 0 : r.Between(1, 6);
     HostSettings& s = h.settings;
     const int mode = r.Between(1, 100);
     s.imageMode = static_cast<int16_t>(mode <= 45   ? plugInModeRGBColor
@@ -115,24 +107,21 @@ Host MakeHost(uint64_t seed, int largestSide) {
     s.descriptorSuite = r.Pick({DescriptorSuiteMode::kFull, DescriptorSuiteMode::kShortSuites,
                                 DescriptorSuiteMode::kNullSuites, DescriptorSuiteMode::kAbsent});
     s.playInfo = r.Percent(90) ? r.Pick<int16_t>({0, 0, 2, 1}) : static_cast<int16_t>(r.Next());
-    s.readerCloseError =
-        r.Percent(75)
-            ? noErr
-            : r.Pick<OSErr>({errMissingParameter, -1, filterBadParameters, memFullErr, 12345});
-    if (r.Percent(70)) {
-        std::vector<DescriptorItem> items(static_cast<size_t>(r.Between(0, 6)));
-        for (auto& item : items) {
-            const DescriptorKeyID key =
-                r.Pick<DescriptorKeyID>({FourCC("ClSt"), FourCC("Angl"), FourCC("Usil"),
-                                         FourCC("zzzz"), static_cast<DescriptorKeyID>(r.Next())});
-            const int kind = r.Between(0, 3);
-            item = kind == 0   ? DescriptorItem::Integer(key, static_cast<int32_t>(r.Next()))
-                   : kind == 1 ? DescriptorItem::Float(key, r.WildFloat(-1e6f, 1e6f))
-                   : kind == 2 ? DescriptorItem::Bool(key, r.Percent(50))
-                               : DescriptorItem::Text(key, std::string(r.Between(0, 300), 'q'));
-        }
-        s.playDescriptor = items;
+    if (r.Percent(25))
+        s.readerCloseError =
+            r.Pick<OSErr>({errMissingParameter, -1, filterBadParameters, memFullErr, 12345});
+    std::vector<DescriptorItem> items(static_cast<size_t>(r.Between(0, 6)));
+    for (auto& item : items) {
+        const DescriptorKeyID key =
+            r.Pick<DescriptorKeyID>({FourCC("ClSt"), FourCC("Angl"), FourCC("Usil"), FourCC("zzzz"),
+                                     static_cast<DescriptorKeyID>(r.Next())});
+        const int kind = r.Between(0, 3);
+        item = kind == 0   ? DescriptorItem::Integer(key, static_cast<int32_t>(r.Next()))
+               : kind == 1 ? DescriptorItem::Float(key, r.WildFloat(-1e6f, 1e6f))
+               : kind == 2 ? DescriptorItem::Bool(key, r.Percent(50))
+                           : DescriptorItem::Text(key, std::string(r.Between(0, 300), 'q'));
     }
+    if (r.Percent(70)) s.playDescriptor = items;
     s.extraRowBytes = r.Percent(70) ? 0 : r.Between(1, 17);
     s.nullInData = r.Percent(8);
     s.nullOutData = r.Percent(8);
@@ -177,18 +166,20 @@ Image MakeDocument(const Host& h) {
         image.FillRect(r.Between(0, h.width - 1) - radius, r.Between(0, h.height - 1) - radius,
                        2 * radius, 2 * radius, red);
     }
-    if (h.mask == 0) return image;
+    // No selection, an empty one, all, random, one pixel, at the edges, a box.
+    const int mask = r.Percent(25) ? 0 : r.Between(1, 6);
+    if (mask == 0) return image;
     const int x = r.Between(0, h.width - 1), y = r.Between(0, h.height - 1);
     const int w = r.Between(1, h.width), ht = r.Between(1, h.height);
     const int density = r.Between(1, 100);
     image.SelectRect(0, 0, 0, 0);
-    if (h.mask == 2) image.SelectRect(0, 0, h.width, h.height, r.Pick<uint8_t>({255, 1, 128}));
-    if (h.mask == 4) image.SelectRect(x, y, 1, 1);
-    if (h.mask == 5)
+    if (mask == 2) image.SelectRect(0, 0, h.width, h.height, r.Pick<uint8_t>({255, 1, 128}));
+    if (mask == 4) image.SelectRect(x, y, 1, 1);
+    if (mask == 5)
         image.SelectRect(r.Percent(50) ? 0 : h.width - w, r.Percent(50) ? 0 : h.height - ht, w, ht);
-    if (h.mask == 6) image.SelectRect(x, y, w % 300 + 1, ht % 300 + 1);
+    if (mask == 6) image.SelectRect(x, y, w % 300 + 1, ht % 300 + 1);
     for (uint8_t& m : image.Mask()) {
-        if (h.mask == 3 && r.Percent(density)) m = static_cast<uint8_t>(r.Between(1, 255));
+        if (mask == 3 && r.Percent(density)) m = static_cast<uint8_t>(r.Between(1, 255));
     }
     return image;
 }
@@ -196,16 +187,13 @@ Image MakeDocument(const Host& h) {
 // Random user values and view positions, as a host keeps them in the record.
 void StoreValues(FilterParameters* p, const Host& h, int run) {
     Random r(h.seed ^ (0xBADull << run));
-    auto user = [&r] { return r.Percent(50) ? r.Between(0, 100) : r.WildFloat(-300.0f, 400.0f); };
-    p->tolerance = static_cast<float>(user());
-    p->darkening = static_cast<float>(user());
+    for (float* value : {&p->tolerance, &p->darkening})
+        *value = r.Percent(50) ? static_cast<float>(r.Between(0, 100)) : r.WildFloat(-300, 400);
     p->viewX = r.WildFloat(-10.0f, static_cast<float>(h.width + 10));
     p->viewY = r.WildFloat(-10.0f, static_cast<float>(h.height + 10));
     p->viewScale = r.Percent(40) ? 1.0f : r.WildFloat(-4.0f, 16.0f);
-    p->viewLeft = r.WildInt(-10, h.width + 10);
-    p->viewTop = r.WildInt(-10, h.height + 10);
-    p->viewRight = r.WildInt(-10, h.width + 10);
-    p->viewBottom = r.WildInt(-10, h.height + 10);
+    for (int32_t* edge : {&p->viewLeft, &p->viewTop, &p->viewRight, &p->viewBottom})
+        *edge = r.Percent(30) ? static_cast<int32_t>(r.Next()) : r.Between(-10, h.width + 10);
     p->viewState = r.Percent(80) ? r.Pick<int8_t>({1, 0, -1, -2}) : static_cast<int8_t>(r.Next());
     p->previewOn = r.Pick<uint8_t>({0, 1, 0xFF});
     p->showDialog = r.Percent(85) ? 0 : static_cast<uint8_t>(r.Between(1, 255));
@@ -274,8 +262,7 @@ std::vector<std::string> RunHost(const Host& h) {
         const bool completed =
             report.result == noErr && report.lastSelector == filterSelectorFinish;
         if (const size_t bytes = completed ? ForbiddenChanges(host, firstServe) : 0)
-            problems.push_back(at + std::to_string(bytes) +
-                               " bytes changed outside delivered areas");
+            problems.push_back(at + std::to_string(bytes) + " bytes changed outside the areas");
         if (!valid(report.result))
             problems.push_back(at + "the run ended with " + std::to_string(report.result));
     }
@@ -301,8 +288,7 @@ LONG WINAPI ReportFault(EXCEPTION_POINTERS* info) {
         code == EXCEPTION_ILLEGAL_INSTRUCTION || code == EXCEPTION_INT_DIVIDE_BY_ZERO ||
         code == STATUS_HEAP_CORRUPTION) {
         std::fprintf(stderr, "FAULT: exception 0x%08lx in the host of --replay %llu\n", code,
-                     static_cast<unsigned long long>(g_currentSeed));
-        std::fflush(stderr);
+                     g_currentSeed);
     }
     return EXCEPTION_CONTINUE_SEARCH;
 }
@@ -324,21 +310,18 @@ int main(int argc, char** argv) {
     // The module stays loaded for the whole campaign, as a host keeps its
     // plug-ins: module-wide state carries over from one host to the next.
     if (LoadLibraryA(QUORVEX_MODULE_PATH) == nullptr) return 2;
-    std::printf("campaign seed %llu, %llu hosts\n", static_cast<unsigned long long>(seed),
-                static_cast<unsigned long long>(count));
+    std::printf("campaign seed %llu, %llu hosts\n", seed, count);
     uint64_t failed = 0;
     for (uint64_t i = first; i < first + count; ++i) {
         g_currentSeed = replay ? seed : Random(seed ^ (i * 0xD1B54A32D192ED03ull)).Next();
         const Host h = MakeHost(g_currentSeed, static_cast<int>(option["--largest-side"]));
         const std::vector<std::string> problems = RunHost(h);
         if (problems.empty()) continue;
-        std::printf("FAIL #%llu (--replay %llu): %dx%dx%d depth %d mode %d mask %d\n",
-                    static_cast<unsigned long long>(i), static_cast<unsigned long long>(h.seed),
-                    h.width, h.height, h.planes, h.depth, *h.settings.imageMode, h.mask);
+        std::printf("FAIL #%llu (--replay %llu): %dx%dx%d depth %d mode %d\n", i, h.seed, h.width,
+                    h.height, h.planes, h.depth, *h.settings.imageMode);
         for (const std::string& problem : problems) std::printf("    %s\n", problem.c_str());
         ++failed;
     }
-    std::printf("%llu passed, %llu failed\n", static_cast<unsigned long long>(count - failed),
-                static_cast<unsigned long long>(failed));
+    std::printf("%llu passed, %llu failed\n", count - failed, failed);
     return failed == 0 ? 0 : 1;
 }
