@@ -1,6 +1,6 @@
 // The built module read as a host and the system read it, none of its code
 // run: the property list, the scripting terminology, the dialog templates,
-// the strings, and the export and import tables.
+// and the export and import tables.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -254,18 +254,6 @@ TEST(Resources, DialogTemplatesHoldTheItemsTheCodeFindsByClassAndId) {
         "'Notice' 8 MS Shell Dlg\n"
         "-1 STATIC 'You should have a selection  around the areas that you want to process!'\n"
         "1 BUTTON 'Close' default tab\n");
-}
-
-// The alerts' texts themselves are checked where they are shown.
-TEST(Resources, ModuleCarriesTheStringsOfTheAlertsAndTheAboutText) {
-    for (int id : {IDS_INTEGER_REQUIRED, IDS_DECIMAL_REQUIRED, IDS_HOST_TOO_OLD,
-                   IDS_HOST_INCOMPATIBLE, IDS_SUITE_MISSING, IDS_ABOUT_TEXT_PADDED}) {
-        char text[512] = "";
-        EXPECT_GT(LoadStringA(Module(), id, text, sizeof text), 0) << id;
-    }
-    char about[512] = "";
-    LoadStringA(Module(), IDS_ABOUT_TEXT, about, sizeof about);
-    EXPECT_EQ(std::string(about).rfind("Quorvex\n\nVersion " QUORVEX_RELEASE_NAME "\n", 0), 0u);
 }
 
 // What the loader reads: the names exported, and the libraries needed.
