@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <iterator>
 #include <string>
@@ -199,7 +198,7 @@ std::string DialogTemplate(const char* name) {
         in.at += 8;  // position and size
         text += std::to_string(static_cast<int32_t>(in.Int())) + " ";
         std::string className = in.Wide();
-        for (char& c : className) c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
+        CharUpperA(className.data());  // the resource compiler may store either case
         const char* const predefined[] = {"BUTTON", "EDIT", "STATIC"};
         for (int ordinal = 0; ordinal < 3; ++ordinal)
             if (className == "#" + std::to_string(0x80 + ordinal)) className = predefined[ordinal];
@@ -278,7 +277,7 @@ TEST(Resources, ModuleExportsItsEntryPointsAndImportsOnlySystemLibraries) {
              base + directory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
          import->Name != 0; ++import) {
         std::string name = reinterpret_cast<const char*>(base + import->Name);
-        for (char& c : name) c = static_cast<char>(toupper(static_cast<unsigned char>(c)));
+        CharUpperA(name.data());
         EXPECT_NE(system.find(" " + name + " "), std::string::npos)
             << name << " would have to be shipped";
     }
