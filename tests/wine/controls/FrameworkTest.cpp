@@ -1,7 +1,6 @@
-// The control framework: the toolkit's classes around its set-up and
-// tear-down, records of template items and their lifetime, and hints.
+// The control framework: the toolkit's classes and drawing objects around
+// its set-up and tear-down, and the hints on a field's parts.
 #include "GuiTestSupport.h"
-#include "controls/ControlFramework.h"
 #include "controls/SpinEdit.h"
 #include "controls/ToolTip.h"
 #include "controls/Toolkit.h"
@@ -32,46 +31,6 @@ TEST_F(FrameworkTest, ClassesAndDrawingObjectsLiveFromSetUpToTearDown) {
     EXPECT_EQ(GetObjectType(brush), 0u);
     SetUpControlToolkit();
     EXPECT_EQ(registered(), 5);
-}
-
-INT_PTR CALLBACK PlainDialogProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
-
-TEST_F(FrameworkTest, TemplateSpinEditGetsARecordThatBindFindsByItsExactClass) {
-    HWND dialog = CreateDialogParamA(static_cast<HINSTANCE>(gModuleInstance),
-                                     MAKEINTRESOURCEA(1000), Parent(), PlainDialogProc, 0);
-    ASSERT_NE(dialog, nullptr);
-    SpinEditRecord* field = SpinEditBind(dialog, 1076, 0.0f, 100.0f, "Tolerance hint", "Tolerance");
-    ASSERT_NE(field, nullptr);
-    HWND item = GetDlgItem(dialog, 1076);
-    EXPECT_EQ(field->head.window, item);
-    EXPECT_EQ(field->head.controlId, 1076);
-    EXPECT_STREQ(field->valueName, "Tolerance");
-    EXPECT_EQ(field->maximum, 100.0f);
-    EXPECT_EQ(WindowText(field->editBox), "") << "a fresh field shows no text until given a value";
-    EXPECT_EQ(SpinEditBind(dialog, 1, 0.0f, 100.0f, "hint", "name"), nullptr);
-    EXPECT_EQ(SpinEditBind(dialog, 999, 0.0f, 100.0f, "hint", "name"), nullptr);
-    EXPECT_EQ(FindControl(item, "Spin edit CPP"), nullptr);
-    EXPECT_EQ(FindControl(item, "Mac Slider CPP"), nullptr);
-    DestroyWindow(dialog);
-}
-
-TEST_F(FrameworkTest, RecordGoesWithItsWindowAndReleasesItsBufferAndObject) {
-    SpinEditRecord* field = nullptr;
-    HWND window = CreateSpinEdit(Parent(), 7, 10, 10, 90, 48, &field);
-    ASSERT_NE(field, nullptr);
-    void* buffer = VirtualAlloc(nullptr, 4096, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    HGDIOBJ brush = CreateSolidBrush(RGB(1, 2, 3));
-    field->head.pixelBuffer = buffer;
-    field->head.ownedObject = brush;
-    field->head.ownsObject = 1;
-    DestroyWindow(field->slider);
-    DestroyWindow(field->editBox);
-    SpinEditSetValue(field, 30.0f);  // must not reach the slider's freed record
-    DestroyWindow(window);
-    MEMORY_BASIC_INFORMATION memory;
-    VirtualQuery(buffer, &memory, sizeof memory);
-    EXPECT_EQ(memory.State, DWORD{MEM_FREE});
-    EXPECT_EQ(GetObjectType(brush), 0u);
 }
 
 TEST_F(FrameworkTest, HintIsAWrappingBalloonOnEachPartOfTheField) {

@@ -2,9 +2,12 @@
 // the user types and leaves them, and what OK, Enter and Cancel do to the
 // spin edit and its parent.
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "GuiTestSupport.h"
 #include "ScreenCapture.h"

@@ -2,6 +2,7 @@
 // edit box, the arrows, the slider's thumb and marks, and the WM_COMMAND
 // messages that reach the parent.
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -47,25 +48,25 @@ class SpinEditTest : public ToolkitTest {
             return command.wParam == kFieldId && command.lParam == lParam;
         });
     }
-    // Thumb and limit marks stand on the slider's last row but one: the
-    // middle of the thumb's black base, or -1; whether a mark is near x.
-    int Thumb() {
+    // Columns of the slider's last row but one, where the thumb and the limit
+    // marks stand, that show this colour.
+    std::vector<int> Columns(uint32_t colour) {
         const Capture slider = CaptureClient(field->slider);
-        int first = -1, last = -1;
+        std::vector<int> columns;
         for (int x = 0; x < slider.width; ++x) {
-            if (slider.At(x, slider.height - 2) != 0) continue;
-            first = first < 0 ? x : first;
-            last = x;
+            if (slider.At(x, slider.height - 2) == colour) columns.push_back(x);
         }
-        return first < 0 ? -1 : (first + last) / 2;
+        return columns;
     }
-    bool MarkNear(int x) {
-        const Capture slider = CaptureClient(field->slider);
-        bool red = false;
-        for (int i = std::max(0, x - 5); i <= x + 5 && i < slider.width; ++i) {
-            red = red || slider.At(i, slider.height - 2) == 0x9B0000;
+    int Thumb() {  // the middle of the thumb's black base, or -1
+        const std::vector<int> black = Columns(0);
+        return black.empty() ? -1 : (black.front() + black.back()) / 2;
+    }
+    bool MarkNear(int x) {  // a dark red limit mark
+        for (int column : Columns(0x9B0000)) {
+            if (std::abs(column - x) <= 5) return true;
         }
-        return red;
+        return false;
     }
 
     HWND window = nullptr;
@@ -143,11 +144,7 @@ TEST_F(SpinEditTest, DisablingGreysOnlyTheEditBoxAndFocusSelectsItsText) {
     SpinEditSetValue(field, 25.0f);
     SetFocus(window);
     EXPECT_EQ(GetFocus(), field->editBox);
-    DWORD start = 1;
-    DWORD end = 0;
-    SendMessageA(field->editBox, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                 reinterpret_cast<LPARAM>(&end));
-    EXPECT_EQ(std::make_pair(start, end), std::make_pair(DWORD{0}, DWORD{5}));
+    EXPECT_EQ(SendMessageA(field->editBox, EM_GETSEL, 0, 0), MAKELONG(0, 5)) << "all selected";
 }
 
 TEST_F(SpinEditTest, SliderDragNotifiesEachMoveAndTwiceOnRelease) {

@@ -55,106 +55,92 @@ TEST(Alerts, ShowTheStringWithItsPlaceholdersAndTheIconAsked) {
     const Pascal low("0"), high("100"), version("7.0"), wide(std::string(250, '9'));
     const struct {
         int id;
-        const Pascal* text1;
-        const Pascal* text2;
+        const uint8_t* text1;
+        const uint8_t* text2;
         int icon;  // 0: ShowAlert; 1: the stop icon, otherwise the exclamation mark
         std::string shown;
         LPCSTR systemIcon;
     } alerts[] = {
-        {IDS_INTEGER_REQUIRED, &low, &high, 0, "An integer is required between 0 and 100.",
-         IDI_EXCLAMATION},
-        {IDS_HOST_TOO_OLD, &version, nullptr, 1,
+        {IDS_INTEGER_REQUIRED, low.bytes, high.bytes, 0,
+         "An integer is required between 0 and 100.", IDI_EXCLAMATION},
+        {IDS_HOST_TOO_OLD, version.bytes, nullptr, 1,
          "This plug-in requires Adobe Photoshop\xae 7.0 or later functionality.", IDI_HAND},
         {IDS_HOST_INCOMPATIBLE, nullptr, nullptr, 2,
          "This plug-in is incompatible with this version of the host program.", IDI_EXCLAMATION},
-        {IDS_DECIMAL_REQUIRED, &wide, &high, 0,
+        {IDS_DECIMAL_REQUIRED, wide.bytes, high.bytes, 0,
          ("A decimal number is required between " + std::string(250, '9')).substr(0, 255),
          IDI_EXCLAMATION},
         {4242, nullptr, nullptr, 0, "", IDI_EXCLAMATION}};
     for (const auto& alert : alerts) {
-        const uint8_t* text1 = alert.text1 ? alert.text1->bytes : nullptr;
-        const uint8_t* text2 = alert.text2 ? alert.text2->bytes : nullptr;
-        HICON icon = nullptr;
-        std::string caption;
-        std::string shown;
-        const INT_PTR result = RunModal(
-            [&] {
-                return alert.icon == 0
-                           ? ShowAlert(nullptr, true, alert.id, text1, text2)
-                           : ShowAlertIcon(nullptr, true, alert.id, text1, text2, alert.icon);
-            },
-            {[&](HWND box) {
-                shown = ItemText(box, 0xFFFF);  // the message box's text
-                caption = WindowText(box);
-                EnumChildWindows(box, KeepIcon, reinterpret_cast<LPARAM>(&icon));
-                ClickButton(box, IDOK);
-            }});
-        EXPECT_EQ(result, IDOK);
-        EXPECT_EQ(shown, alert.shown);
-        EXPECT_EQ(caption, "Error") << "no caption of our own: the system's default";
-        EXPECT_EQ(icon, LoadIconA(nullptr, alert.systemIcon)) << alert.shown;
+        SCOPED_TRACE(alert.id);
+        const auto show = [&] {
+            return alert.icon == 0 ? ShowAlert(nullptr, true, alert.id, alert.text1, alert.text2)
+                                   : ShowAlertIcon(nullptr, true, alert.id, alert.text1,
+                                                   alert.text2, alert.icon);
+        };
+        EXPECT_EQ(RunModal(show, {[&](HWND box) {
+                               EXPECT_EQ(ItemText(box, 0xFFFF), alert.shown);  // the box's text
+                               EXPECT_EQ(WindowText(box), "Error") << "the system's caption";
+                               HICON icon = nullptr;
+                               EnumChildWindows(box, KeepIcon, reinterpret_cast<LPARAM>(&icon));
+                               EXPECT_EQ(icon, LoadIconA(nullptr, alert.systemIcon));
+                               ClickButton(box, IDOK);
+                           }}),
+                  IDOK);
     }
     EXPECT_EQ(ShowAlert(nullptr, false, IDS_INTEGER_REQUIRED, nullptr, nullptr), 0);
 }
 
-class SmallDialogTest : public ToolkitTest {
-  protected:
-    INT_PTR Open(int id, DLGPROC procedure, std::vector<DialogStep> steps) {
-        return RunModal(
-            [&] {
-                return DialogBoxParamA(static_cast<HINSTANCE>(gModuleInstance),
-                                       MAKEINTRESOURCEA(id), Parent(), procedure, 0);
-            },
-            std::move(steps));
-    }
-};
+using SmallDialogTest = ToolkitTest;
 
-TEST_F(SmallDialogTest, NoticeAsksForASelectionAndClosesWithEscapeAsCancel) {
-    const INT_PTR escaped =
-        Open(IDD_NOTICE, NoticeDialogProc,
-             {[](HWND dialog) {
-                  EXPECT_EQ(WindowText(dialog), "Notice");
-                  EXPECT_TRUE(Shows(dialog,
-                                    "You should have a selection  around the areas that you "
-                                    "want to process!"));
-                  EXPECT_EQ(ItemText(dialog, IDOK), "Close");
-                  EXPECT_TRUE(SaveCapture(CaptureWindow(dialog), "notice"));
-              },
-              [](HWND dialog) { PostKey(dialog, VK_ESCAPE); }});
-    EXPECT_EQ(escaped, IDCANCEL);
-    RunModal(
-        [] {
-            ShowNotice(nullptr);
-            return INT_PTR{IDOK};
-        },
-        {[](HWND dialog) { ClickButton(dialog, IDOK); }});
+TEST_F(SmallDialogTest, NoticeAsksForASelectionAndClosesWithEscapeOrClose) {
+    for (HWND owner : {Parent(), HWND{nullptr}}) {
+        RunModal(
+            [&] {
+                ShowNotice(owner);
+                return INT_PTR{0};
+            },
+            {[](HWND dialog) {
+                 EXPECT_EQ(WindowText(dialog), "Notice");
+                 EXPECT_TRUE(Shows(dialog,
+                                   "You should have a selection  around the areas that "
+                                   "you want to process!"));
+                 EXPECT_EQ(ItemText(dialog, IDOK), "Close");
+                 EXPECT_TRUE(SaveCapture(CaptureWindow(dialog), "notice"));
+             },
+             [&](HWND dialog) {
+                 owner != nullptr ? PostKey(dialog, VK_ESCAPE) : ClickButton(dialog, IDOK);
+             }});
+    }
 }
 
 TEST_F(SmallDialogTest, AboutBoxShowsTheProductThePictureAndTheWebSite) {
     HBITMAP picture = nullptr;
-    const INT_PTR result =
-        Open(IDD_ABOUT, AboutDialogProc,
-             {[&](HWND dialog) {
-                  EXPECT_EQ(WindowText(dialog), "About Quorvex");
-                  EXPECT_TRUE(Shows(dialog, "Velmora Quorvex"));
-                  EXPECT_TRUE(Shows(dialog, "The plug-in module for Adobe\xae Photoshop\xae."));
-                  HWND site = GetDlgItem(dialog, IDC_ABOUT_WEB_SITE);
-                  EXPECT_EQ(WindowText(site), kMakerWebSite);
-                  EXPECT_NE(ToolTipOf(site), nullptr);
-                  EXPECT_EQ(GetWindowLongA(GetDlgItem(dialog, IDOK), GWL_STYLE) & BS_TYPEMASK,
-                            BS_DEFPUSHBUTTON);
-                  HWND pictureControl = GetDlgItem(dialog, IDC_ABOUT_PICTURE);
-                  picture = reinterpret_cast<HBITMAP>(
-                      SendMessageA(pictureControl, STM_GETIMAGE, IMAGE_BITMAP, 0));
-                  BITMAP size = {};
-                  RECT area;
-                  GetClientRect(pictureControl, &area);
-                  ASSERT_TRUE(GetObjectA(picture, sizeof size, &size));
-                  EXPECT_EQ(std::make_pair(size.bmWidth, size.bmHeight),
-                            std::make_pair(area.right, area.bottom));
-              },
-              [](HWND dialog) { ClickButton(dialog, IDOK); }});
-    EXPECT_EQ(result, IDOK);
+    RunModal(
+        [&] {
+            ShowAboutBox(Parent());
+            return INT_PTR{0};
+        },
+        {[&](HWND dialog) {
+             EXPECT_EQ(WindowText(dialog), "About Quorvex");
+             EXPECT_TRUE(Shows(dialog, "Velmora Quorvex"));
+             EXPECT_TRUE(Shows(dialog, "The plug-in module for Adobe\xae Photoshop\xae."));
+             HWND site = GetDlgItem(dialog, IDC_ABOUT_WEB_SITE);
+             EXPECT_EQ(WindowText(site), kMakerWebSite);
+             EXPECT_NE(ToolTipOf(site), nullptr);
+             EXPECT_EQ(GetWindowLongA(GetDlgItem(dialog, IDOK), GWL_STYLE) & BS_TYPEMASK,
+                       BS_DEFPUSHBUTTON);
+             HWND pictureControl = GetDlgItem(dialog, IDC_ABOUT_PICTURE);
+             picture = reinterpret_cast<HBITMAP>(
+                 SendMessageA(pictureControl, STM_GETIMAGE, IMAGE_BITMAP, 0));
+             BITMAP size = {};
+             RECT area;
+             GetClientRect(pictureControl, &area);
+             ASSERT_TRUE(GetObjectA(picture, sizeof size, &size));
+             EXPECT_EQ(std::make_pair(size.bmWidth, size.bmHeight),
+                       std::make_pair(area.right, area.bottom));
+         },
+         [](HWND dialog) { ClickButton(dialog, IDOK); }});
     EXPECT_EQ(GetObjectType(picture), 0u) << "the picture goes with the dialog";
 }
 
