@@ -157,8 +157,8 @@ TEST(DialogCommands, F1AndTheLinksOpenTheManualAndTheSite) {
 
     char path[MAX_PATH] = {};
     GetModuleFileNameA(LoadedModule(), path, MAX_PATH);
-    const std::string manual =
-        std::string(path, std::strlen(path) - std::strlen("Korvanthe.8bf")) + "KorvanthePhoto.pdf";
+    const std::string module = path;
+    const std::string manual = module.substr(0, module.rfind('\\') + 1) + "KorvanthePhoto.pdf";
     std::vector<std::string> files(7, manual);
     files[2] = "https://www.velmora-imaging.com/";
     std::vector<std::string> opened;

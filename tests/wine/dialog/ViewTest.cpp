@@ -95,7 +95,7 @@ void SetUpImage(DialogRun& run, int width, int height, RECT selection) {
     run.host.image() = image;
 }
 
-TEST(DialogView, OpensFittedToTheSelectionWithinTheZoomLimits) {
+TEST(DialogView, OpensFittedToTheSelectionWithinTheZoomLimitsOrWithTheNotice) {
     for (const Opening& c : kOpenings) {
         SCOPED_TRACE(c.name);
         DialogRun run;
@@ -122,10 +122,7 @@ TEST(DialogView, OpensFittedToTheSelectionWithinTheZoomLimits) {
             SendCommand(dialog, IDOK);
         }});
     }
-}
-
-// No selection at all: the notice opens over the dialog, which stays.
-TEST(DialogView, NoSelectionShowsTheNoticeAndKeepsTheDialog) {
+    // No selection at all: the notice opens over the dialog, which stays.
     DialogRun run;
     run.host.image() = testhost::Image(400, 300, 3);
     const testhost::RunReport report = run.Run({[&run](HWND dialog) {

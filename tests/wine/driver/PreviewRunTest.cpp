@@ -78,8 +78,7 @@ Image AfterPreview(const Image& document, const PreviewCase& preview) {
         }
     }
     const PixelBox& region = preview.region;
-    PutBox(expected, region.left - copied.left, region.top - copied.top, region,
-           CorrectBox(document, region));
+    PutCorrected(expected, region.left - copied.left, region.top - copied.top, document, region);
     return expected;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 #include "redeye/Pipeline.h"
 
@@ -16,29 +17,25 @@ Byte* At(Byte* pixels, const testhost::Image& image, int x, int y) {
 
 }  // namespace
 
-std::vector<uint8_t> CorrectBox(const testhost::Image& image, PixelBox box, float tolerance,
-                                float darkening) {
+void PutCorrected(testhost::Image& target, int x, int y, const testhost::Image& source,
+                  PixelBox box, float tolerance, float darkening) {
     const size_t count = static_cast<size_t>(box.Width()) * box.Height();
     std::vector<uint8_t> work(count * 3), weight(count), coverage(count), depth(count);
     std::vector<uint16_t> hls(count * 3);
     std::vector<uint32_t> distance(count);
-    uint8_t* target = work.data();
-    for (int y = box.top; y < box.bottom; ++y) {
-        for (int x = box.left; x < box.right; ++x, target += 3) {
-            std::copy_n(At(image.Data(), image, x, y), 3, target);
+    uint8_t* pixel = work.data();
+    for (int row = 0; row < box.Height(); ++row) {
+        for (int column = 0; column < box.Width(); ++column, pixel += 3) {
+            std::copy_n(At(source.Data(), source, box.left + column, box.top + row), 3, pixel);
         }
     }
-    const PipelineBuffers buffers{work.data(),   hls.data(),      distance.data(),
-                                  weight.data(), coverage.data(), depth.data()};
-    RunRedEyePipeline(buffers, box.Width(), box.Height(), tolerance, darkening);
-    return work;
-}
-
-void PutBox(testhost::Image& image, int x, int y, PixelBox box, const std::vector<uint8_t>& rgb) {
-    const uint8_t* source = rgb.data();
+    RunRedEyePipeline(
+        {work.data(), hls.data(), distance.data(), weight.data(), coverage.data(), depth.data()},
+        box.Width(), box.Height(), tolerance, darkening);
+    pixel = work.data();
     for (int row = 0; row < box.Height(); ++row) {
-        for (int column = 0; column < box.Width(); ++column, source += 3) {
-            std::copy_n(source, 3, At(image.Data(), image, x + column, y + row));
+        for (int column = 0; column < box.Width(); ++column, pixel += 3) {
+            std::copy_n(pixel, 3, At(target.Data(), target, x + column, y + row));
         }
     }
 }
@@ -46,7 +43,7 @@ void PutBox(testhost::Image& image, int x, int y, PixelBox box, const std::vecto
 testhost::Image Corrected(const testhost::Image& in, PixelBox box, float tolerance,
                           float darkening) {
     testhost::Image out = in;
-    PutBox(out, box.left, box.top, box, CorrectBox(in, box, tolerance, darkening));
+    PutCorrected(out, box.left, box.top, in, box, tolerance, darkening);
     return out;
 }
 

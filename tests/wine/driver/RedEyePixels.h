@@ -5,9 +5,6 @@
 // first three bytes taken as RGB whatever the depth of the samples.
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "testhost/Image.h"
 
 // A rectangle of pixels; right and bottom are exclusive.
@@ -20,14 +17,11 @@ struct PixelBox {
     int Height() const { return bottom - top; }
 };
 
-// The box's pixels after the pipeline: three bytes each, row after row.
-std::vector<uint8_t> CorrectBox(const testhost::Image& image, PixelBox box, float tolerance = 50.0f,
-                                float darkening = 50.0f);
-
-// Writes the three bytes of each pixel of `rgb` (as CorrectBox makes them
-// for `box`) with the box's first pixel at (x, y); the bytes past the third
-// of a pixel keep their value.
-void PutBox(testhost::Image& image, int x, int y, PixelBox box, const std::vector<uint8_t>& rgb);
+// Writes the pixels of `box` of `source`, after the pipeline, into `target`
+// with the box's first pixel at (x, y); the bytes past the third of a pixel
+// keep their value.
+void PutCorrected(testhost::Image& target, int x, int y, const testhost::Image& source,
+                  PixelBox box, float tolerance = 50.0f, float darkening = 50.0f);
 
 // The document with `box` corrected in place and everything else as it was.
 testhost::Image Corrected(const testhost::Image& in, PixelBox box, float tolerance = 50.0f,
