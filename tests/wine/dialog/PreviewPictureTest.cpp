@@ -50,9 +50,7 @@ void ExpectPicture(HWND dialog, int itemId, const std::function<uint32_t(int x, 
 // image pixel of the view fills 2 x 2 pane pixels from the view's corner on.
 struct PictureCase {
     const char* name;
-    int width;
-    int height;
-    int planes;
+    int width, height, planes;
     PanePoint viewCorner;  // at zoom 1, before the step in when zoomed
     bool zoomed;           // one step in, to 0.5
     std::vector<int> panes;

@@ -48,14 +48,10 @@ void ExpectFrameDrawn(HWND dialog, bool drawn) {
 // multiple of four, in the middle of the pane.
 struct Opening {
     const char* name;
-    int width;
-    int height;
-    RECT selection;  // empty: a mask that selects nothing
-    float scale;     // of the view fitted to the selection's box, centred in the pane
-    float viewX;
-    float viewY;
-    bool zoomIn;  // the zoom buttons enabled
-    bool zoomOut;
+    int width, height;
+    RECT selection;             // empty: a mask that selects nothing
+    float scale, viewX, viewY;  // of the view fitted to the selection's box, centred in the pane
+    bool zoomIn, zoomOut;       // the zoom buttons enabled
     PanePoint navigator;
 };
 

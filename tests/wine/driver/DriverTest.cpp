@@ -33,8 +33,7 @@ const std::string kUnsupported = "Sory: dont support this image mode";
 
 struct ImageKind {
     const char* name;
-    int planes;
-    int depth;
+    int planes, depth;
     int16_t mode;
     // The mode passes the check: the region is corrected and completion is
     // reported. 48-bit RGB is corrected byte-wise, as if its bytes were
@@ -118,8 +117,7 @@ struct RegionCase {
     const char* name;
     PixelBox selection;   // in a 50 x 30 document; empty: no selection
     PixelBox storedView;  // left in the record before the run
-    float tolerance;
-    float darkening;
+    float tolerance, darkening;
     int16_t viewState;
     PixelBox region;  // empty: nothing changes
 };

@@ -24,10 +24,8 @@ constexpr int kPlanes = 4;
 
 struct PreviewCase {
     const char* name;
-    PixelBox selection;  // empty: none, and the preview works on the record's view
-    float viewX;         // set in the record, or with a selection the view fitted to it
-    float viewY;
-    float viewScale;
+    PixelBox selection;             // empty: none, and the preview works on the record's view
+    float viewX, viewY, viewScale;  // set in the record, or with a selection fitted to it
     // Worked out by hand: the part of the image copied to the output's
     // (0, 0), and the region corrected and written back shifted as the copy.
     PixelBox copied;
