@@ -193,7 +193,9 @@ void StoreValues(FilterParameters* p, const Host& h, int run) {
     p->viewY = r.WildFloat(-10.0f, static_cast<float>(h.height + 10));
     p->viewScale = r.Percent(40) ? 1.0f : r.WildFloat(-4.0f, 16.0f);
     for (int32_t* edge : {&p->viewLeft, &p->viewTop, &p->viewRight, &p->viewBottom})
-        *edge = r.Percent(30) ? static_cast<int32_t>(r.Next()) : r.Between(-10, h.width + 10);
+        *edge = r.Percent(30)
+                    ? r.Pick<int32_t>({INT32_MIN, INT32_MAX, static_cast<int32_t>(r.Next())})
+                    : r.Between(-10, h.width + 10);
     p->viewState = r.Percent(80) ? r.Pick<int8_t>({1, 0, -1, -2}) : static_cast<int8_t>(r.Next());
     p->previewOn = r.Pick<uint8_t>({0, 1, 0xFF});
     p->showDialog = r.Percent(85) ? 0 : static_cast<uint8_t>(r.Between(1, 255));
