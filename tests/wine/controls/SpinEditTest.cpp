@@ -207,15 +207,20 @@ TEST_F(SpinEditTest, LimitsHoldTheSliderAndShowAsMarksThatFarValuesKeepOff) {
     EXPECT_EQ(Thumb(), 100) << "limits off";
 }
 
-TEST_F(SpinEditTest, RightClickOnTheFieldOrItsSliderOpensSetValue) {
-    for (HWND clicked : {window, field->slider}) {
-        std::string caption;
-        RunModal([&] { return SendMessageA(clicked, WM_RBUTTONDOWN, MK_RBUTTON, 0); },
-                 {[&](HWND dialog) {
-                     caption = WindowText(dialog);
-                     ClickButton(dialog, IDCANCEL);
-                 }});
-        EXPECT_EQ(caption, "Set value");
+TEST_F(SpinEditTest, HintIsAWrappingBalloonOnEachPartOfTheField) {
+    SpinEditSetHint(field, "How widely red is taken");
+    for (HWND part : {field->editBox, field->arrows, field->slider}) {
+        HWND tip = ToolTipOf(part);
+        ASSERT_NE(tip, nullptr);
+        EXPECT_EQ(SendMessageA(tip, TTM_GETMAXTIPWIDTH, 0, 0), 100);
+        EXPECT_TRUE(GetWindowLongA(tip, GWL_STYLE) & TTS_BALLOON);
+        char text[80] = "";
+        TOOLINFOA tool = {};
+        tool.cbSize = TTTOOLINFOA_V2_SIZE;
+        tool.hwnd = part;
+        tool.lpszText = text;
+        SendMessageA(tip, TTM_GETTEXTA, sizeof text, reinterpret_cast<LPARAM>(&tool));
+        EXPECT_STREQ(text, "How widely red is taken");
     }
 }
 
