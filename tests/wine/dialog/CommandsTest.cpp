@@ -116,11 +116,6 @@ void PressF1(HWND dialog, HWND focus) {
     EXPECT_EQ(SendInput(2, keys, sizeof(INPUT)), 2u);
 }
 
-void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
-    KillTimer(box, timer);
-    EndDialog(box, IDOK);
-}
-
 // F1 wherever the focus is, in the About box too, and the documentation
 // button open the manual beside the module; the web site link opens the
 // maker's site. About opens over the dialog.
@@ -131,7 +126,7 @@ TEST(DialogCommands, F1AndTheLinksOpenTheManualAndTheSite) {
     ASSERT_TRUE(shell.Active());
     run.host.OnDialog(IDOK, [](HWND about) {
         PressF1(about, GetDlgItem(about, IDOK));
-        SetTimer(about, 1, 1, CloseBox);  // timers come after keyboard input
+        PressOkSoon(about);  // timers come after keyboard input
     });
     HWND shown = nullptr;
     std::vector<DialogStep> steps = {[&shown](HWND dialog) {

@@ -12,17 +12,12 @@
 
 namespace {
 
-void CALLBACK PressOk(HWND box, UINT, UINT_PTR timer, DWORD) {
-    KillTimer(box, timer);
-    EndDialog(box, IDOK);
-}
-
 TEST(DialogLifecycle, FiftyOpeningsLeaveNothingBehind) {
     DialogRun run;
     Portrait portrait = MakePortrait(320, 200);
     SelectEyes(portrait);
     run.host.image() = portrait.image;
-    run.host.OnDialog(IDC_NEW_VALUE_1, [](HWND box) { SetTimer(box, 1, 1, PressOk); });
+    run.host.OnDialog(IDC_NEW_VALUE_1, PressOkSoon);
     // Every other opening zooms, drags and cancels, the others press OK;
     // every fifth opens "Set value" with a right click on a field's slider.
     auto cycle = [&run](int i) {

@@ -11,6 +11,11 @@ namespace {
 constexpr UINT_PTR kStepTimer = 0x5157;
 DialogRun* t_currentRun = nullptr;
 
+void CALLBACK PressOk(HWND box, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(box, timer);
+    EndDialog(box, IDOK);
+}
+
 }  // namespace
 
 DialogRun::DialogRun(const char* modulePath) {
@@ -115,6 +120,8 @@ void SendCommand(HWND dialog, int itemId) {
     SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(itemId, 0),
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, itemId)));
 }
+
+void PressOkSoon(HWND box) { SetTimer(box, 1, 1, PressOk); }
 
 void DragPane(HWND dialog, int itemId, POINT from, POINT to) {
     HWND pane = GetDlgItem(dialog, itemId);

@@ -5,17 +5,15 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
+#include "GuiTestSupport.h"
 #include "controls/SpinEdit.h"
 #include "dialog/MainDialogIds.h"
 #include "dialog/PreviewPane.h"
 #include "plugin/FilterParameters.h"
 #include "testhost/TestHost.h"
-
-using DialogStep = std::function<void(HWND dialog)>;
 
 struct ClientSize {
     int width;
@@ -66,5 +64,7 @@ SpinEditRecord* FieldOf(HWND dialog, int itemId);
 
 // A command as the dialog's controls send it (notification code 0).
 void SendCommand(HWND dialog, int itemId);
+// Ends a box opened over the dialog with OK from its own message loop.
+void PressOkSoon(HWND box);
 // A left drag on a pane from one client point to another, in one move.
 void DragPane(HWND dialog, int itemId, POINT from, POINT to);
