@@ -92,11 +92,9 @@ TEST_F(SpinEditTest, TypedTextIsReadAsItsLeadingNumberHeldWithinTheRangeWhenTheF
 TEST_F(SpinEditTest, ValueIsShownRoundedAndFromOutsideWidensTheRangeAndTheArrowsLowSixteenBits) {
     SpinEditSetValue(field, 12.345f);
     EXPECT_EQ(Shown(), "12.35");
-    EXPECT_EQ(field->value, 12.345f);
     EXPECT_EQ(ArrowPosition(), 12);
     SpinEditSetValue(field, 150.0f);
     EXPECT_EQ(ArrowRange(), std::make_pair(0, 150));
-    EXPECT_EQ(field->sliderRecord->maximum, 150.0f);
     SpinEditSetValue(field, -20.0f);
     EXPECT_EQ(ArrowRange(), std::make_pair(-20, 150));
     EXPECT_EQ(Shown(), "-20.00");
@@ -132,12 +130,7 @@ TEST_F(SpinEditTest, ArrowsStepByWholeNumbersAndNotifyEachStepOrOnceOnRelease) {
     }
 }
 
-TEST_F(SpinEditTest, DisablingGreysOnlyTheEditBoxAndFocusSelectsItsText) {
-    EnableWindow(window, FALSE);
-    EXPECT_FALSE(IsWindowEnabled(field->editBox));
-    EXPECT_TRUE(IsWindowEnabled(field->arrows));
-    EXPECT_TRUE(IsWindowEnabled(field->slider));
-    EnableWindow(window, TRUE);
+TEST_F(SpinEditTest, FocusGoesToTheEditBoxWithItsTextSelected) {
     SpinEditSetValue(field, 25.0f);
     SetFocus(window);
     EXPECT_EQ(GetFocus(), field->editBox);

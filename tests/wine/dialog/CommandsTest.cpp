@@ -188,8 +188,8 @@ TEST(DialogWithoutPreview, PanesShowDiagonalsAndTypedValuesCount) {
     for (const NoPreviewHost& host : kNoPreviewHosts) {
         SCOPED_TRACE(host.name);
         DialogRun run;
-        run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
-        run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
+        run.SizePane(IDC_DETAIL_PANE, SIZE{280, 200});
+        run.SizePane(IDC_NAVIGATOR_PANE, SIZE{280, 200});
         ShowPortrait(run);
         host.set(run.host.settings);
         const testhost::RunReport report = run.Run({

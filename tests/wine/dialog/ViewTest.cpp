@@ -74,8 +74,8 @@ const Opening kOpenings[] = {
 };
 
 void SetUpImage(DialogRun& run, int width, int height, RECT selection) {
-    run.SizePane(IDC_DETAIL_PANE, ClientSize{350, 250});
-    run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{346, 260});
+    run.SizePane(IDC_DETAIL_PANE, SIZE{350, 250});
+    run.SizePane(IDC_NAVIGATOR_PANE, SIZE{346, 260});
     testhost::Image image(width, height, 3);
     image.Fill({128, 128, 128});
     image.SelectRect(selection.left, selection.top, selection.right - selection.left,
@@ -167,8 +167,8 @@ TEST(DialogView, ZoomStepsKeepTheViewCentredAndStopAtTheirLimits) {
 // of 280 x 200 on a portrait whose eyes are selected open at zoom 2.
 TEST(PreviewPanes, DraggingThePictureOrTheFrameMovesTheViewAndRightClickConfirms) {
     DialogRun run;
-    run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
-    run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
+    run.SizePane(IDC_DETAIL_PANE, SIZE{280, 200});
+    run.SizePane(IDC_NAVIGATOR_PANE, SIZE{280, 200});
     Portrait portrait = MakePortrait(1400, 800);
     SelectEyes(portrait);
     run.host.image() = portrait.image;

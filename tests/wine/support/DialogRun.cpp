@@ -80,7 +80,7 @@ void DialogRun::OnCreate(HWND window) {
     }
     for (const auto& [paneId, size] : paneSizes_) {
         if (paneId != itemId) continue;
-        RECT frame{0, 0, size.width, size.height};
+        RECT frame{0, 0, size.cx, size.cy};
         AdjustWindowRectEx(&frame, GetWindowLongA(window, GWL_STYLE), FALSE,
                            GetWindowLongA(window, GWL_EXSTYLE));
         SetWindowPos(window, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,

@@ -15,11 +15,6 @@
 #include "plugin/FilterParameters.h"
 #include "testhost/TestHost.h"
 
-struct ClientSize {
-    int width;
-    int height;
-};
-
 class DialogRun {
   public:
     explicit DialogRun(const char* modulePath = QUORVEX_MODULE_PATH);
@@ -31,7 +26,7 @@ class DialogRun {
 
     // Gives the pane made for `itemId` this client size instead of the
     // template's.
-    void SizePane(int itemId, ClientSize size) { paneSizes_.push_back({itemId, size}); }
+    void SizePane(int itemId, SIZE size) { paneSizes_.push_back({itemId, size}); }
 
     // Calls the parameters selector (once) and returns the record, for the
     // test to set before the dialog opens. Set the host's image before.
@@ -49,7 +44,7 @@ class DialogRun {
     static void CALLBACK Tick(HWND dialog, UINT message, UINT_PTR timer, DWORD time);
     void OnCreate(HWND window);
 
-    std::vector<std::pair<int, ClientSize>> paneSizes_;
+    std::vector<std::pair<int, SIZE>> paneSizes_;
     std::vector<DialogStep> steps_;
     size_t nextStep_ = 0;
     bool stepRunning_ = false;
