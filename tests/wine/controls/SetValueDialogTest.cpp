@@ -77,11 +77,6 @@ TEST_F(SetValueDialogTest, DescribesTheFieldItEdits) {
              },
              Click(IDCANCEL)});
     EXPECT_EQ(result, IDCANCEL);
-
-    field->integerMode = 1;
-    field->recommendedMaximum = 99.9f;
-    Run({Expect(IDC_VALUE_TYPE, "Integer slider"), Expect(IDC_RECOMMENDED_RANGE, "0 ... 99"),
-         Expect(IDC_NEW_MAXIMUM, "100"), Click(IDCANCEL)});
 }
 
 TEST_F(SetValueDialogTest, RangeEndsThatWouldEmptyTheRangeAreRefusedAndTheValueIsClamped) {
@@ -93,7 +88,7 @@ TEST_F(SetValueDialogTest, RangeEndsThatWouldEmptyTheRangeAreRefusedAndTheValueI
          Click(IDCANCEL)});
 }
 
-TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueCutToWholeNumbersInIntegerMode) {
+TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueAndNotifiesTheParent) {
     EXPECT_EQ(Run({Type(IDC_NEW_MAXIMUM, "60"), Type(IDC_NEW_MINIMUM, "10"),
                    Type(IDC_NEW_VALUE_1, "30"), Click(IDOK)}),
               IDOK);
@@ -105,31 +100,20 @@ TEST_F(SetValueDialogTest, OkAppliesTheNewRangeAndValueCutToWholeNumbersInIntege
     ASSERT_EQ(Commands().size(), 1u);
     EXPECT_EQ(Commands()[0].wParam, 1076u);
     EXPECT_EQ(Commands()[0].lParam, 0);
-
-    field->integerMode = 1;
-    Run({Type(IDC_NEW_MINIMUM, "12.7", "12"), Type(IDC_NEW_MAXIMUM, "40.7", "40"),
-         Type(IDC_NEW_VALUE_1, "20.9", "20"), Click(IDOK)});
-    EXPECT_EQ(Field(), "20 in 12 ... 40, \"20\"");
 }
 
-TEST_F(SetValueDialogTest, UnchangedOkStillNotifiesAndCancelChangesNothing) {
+// Enter takes the text as typed, without the check on leaving a field: the
+// unchecked minimum 150 reaches the range, and setting the value 50 again
+// then widens the range down to it.
+TEST_F(SetValueDialogTest, CancelChangesNothingUnchangedOkNotifiesAndEnterSkipsTheFieldCheck) {
+    EXPECT_EQ(Run({Type(IDC_NEW_MINIMUM, "5"), Type(IDC_NEW_MAXIMUM, "45"),
+                   Type(IDC_NEW_VALUE_1, "9"), Click(IDCANCEL)}),
+              IDCANCEL);
     EXPECT_EQ(Run({Click(IDOK)}), IDOK);
     PumpMessages();
     EXPECT_EQ(Field(), "50 in 0 ... 100, \"50.00\"");
     EXPECT_EQ(Commands().size(), 1u);
-    Commands().clear();
-    EXPECT_EQ(Run({Type(IDC_NEW_MINIMUM, "5"), Type(IDC_NEW_MAXIMUM, "45"),
-                   Type(IDC_NEW_VALUE_1, "9"), Click(IDCANCEL)}),
-              IDCANCEL);
-    PumpMessages();
-    EXPECT_EQ(Field(), "50 in 0 ... 100, \"50.00\"");
-    EXPECT_TRUE(Commands().empty());
-}
-
-TEST_F(SetValueDialogTest, EnterAppliesTheTextAsTypedWithoutTheFieldCheck) {
     EXPECT_EQ(Run({Enter(IDC_NEW_MINIMUM, "150")}), IDOK);
-    // The unchecked minimum 150 reached the range; setting the value 50
-    // again then widened the range down to it.
     EXPECT_EQ(Field(), "50 in 50 ... 100, \"50.00\"");
 }
 
@@ -140,35 +124,32 @@ bool ShowsANumber(const std::string& text) {
     return !text.empty() && *end == '\0' && std::isfinite(value);
 }
 
-// Range ends too close for the slider's scale or beyond a float, in both
-// modes; afterwards the slider is dragged all over and a value is typed.
+// Range ends too close for the slider's scale or beyond a float;
+// afterwards the slider is dragged all over and a value is typed.
 TEST_F(SetValueDialogTest, ExtremeTextLeavesTheFieldAndTheSliderShowingNumbers) {
     const std::string nines(400, '9');
     const std::pair<std::string, std::string> ranges[] = {
         {"-1e-38", "1e-38"}, {"-1e999", "1e999"}, {"-" + nines, nines}, {"0", "1e999"},
         {"-1e999", "0"},     {"nan", "inf"},      {"1e30", "-1e30"}};
-    for (uint8_t integerMode : {0, 1}) {
-        for (const auto& [low, high] : ranges) {
-            SCOPED_TRACE(low.substr(0, 8) + " ... " + high.substr(0, 8));
-            field->integerMode = integerMode;
-            SpinEditSetRange(field, 0.0f, 100.0f);
-            SpinEditSetValue(field, 50.0f);
-            EXPECT_EQ(Run({Type(IDC_NEW_MINIMUM, low), Type(IDC_NEW_MAXIMUM, high),
-                           Type(IDC_NEW_VALUE_1, nines), Enter(IDC_NEW_VALUE_1, "nan")}),
-                      IDOK);
-            PumpMessages();
-            EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << WindowText(field->editBox);
-            const int width = field->sliderRecord->head.width;
-            for (int x : {-30, 0, 5, width / 2, width - 5, width + 40}) {
-                SendMessageA(field->slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, 5));
-                SendMessageA(field->slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x + 7, 5));
-                SendMessageA(field->slider, WM_LBUTTONUP, 0, MAKELPARAM(width - x, 5));
-                EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << x;
-            }
-            TypeAndLeave(field->editBox, "0.5", Parent());
-            EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << WindowText(field->editBox);
-            EXPECT_TRUE(field->minimum <= field->value && field->value <= field->maximum);
+    for (const auto& [low, high] : ranges) {
+        SCOPED_TRACE(low.substr(0, 8) + " ... " + high.substr(0, 8));
+        SpinEditSetRange(field, 0.0f, 100.0f);
+        SpinEditSetValue(field, 50.0f);
+        EXPECT_EQ(Run({Type(IDC_NEW_MINIMUM, low), Type(IDC_NEW_MAXIMUM, high),
+                       Type(IDC_NEW_VALUE_1, nines), Enter(IDC_NEW_VALUE_1, "nan")}),
+                  IDOK);
+        PumpMessages();
+        EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << WindowText(field->editBox);
+        const int width = field->sliderRecord->head.width;
+        for (int x : {-30, 0, 5, width / 2, width - 5, width + 40}) {
+            SendMessageA(field->slider, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, 5));
+            SendMessageA(field->slider, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x + 7, 5));
+            SendMessageA(field->slider, WM_LBUTTONUP, 0, MAKELPARAM(width - x, 5));
+            EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << x;
         }
+        TypeAndLeave(field->editBox, "0.5", Parent());
+        EXPECT_TRUE(ShowsANumber(WindowText(field->editBox))) << WindowText(field->editBox);
+        EXPECT_TRUE(field->minimum <= field->value && field->value <= field->maximum);
     }
 }
 

@@ -69,6 +69,7 @@ TEST(DialogCommands, ValuesReachTheRecordOkKeepsThemCancelPutsItBack) {
                 EXPECT_EQ(FieldOf(dialog, IDC_TOLERANCE)->value, 50.0f);
                 EXPECT_EQ(FieldOf(dialog, IDC_DARKENING)->value, 50.0f);
                 SendCommand(dialog, IDC_ZOOM_IN);
+                SaveDialogPicture(dialog, "dialog-zoomed-in");
                 DragPane(dialog, IDC_DETAIL_PANE, POINT{50, 50}, POINT{80, 70});
                 SendMessageA(GetDlgItem(dialog, IDC_TOLERANCE), WM_RBUTTONDOWN, MK_RBUTTON, 0);
             },
@@ -115,11 +116,6 @@ void PressF1(HWND dialog, HWND focus) {
     EXPECT_EQ(SendInput(2, keys, sizeof(INPUT)), 2u);
 }
 
-void CALLBACK CloseBox(HWND box, UINT, UINT_PTR timer, DWORD) {
-    KillTimer(box, timer);
-    EndDialog(box, IDOK);
-}
-
 // F1 wherever the focus is, in the About box too, and the documentation
 // button open the manual beside the module; the web site link opens the
 // maker's site. About opens over the dialog.
@@ -130,7 +126,7 @@ TEST(DialogCommands, F1AndTheLinksOpenTheManualAndTheSite) {
     ASSERT_TRUE(shell.Active());
     run.host.OnDialog(IDOK, [](HWND about) {
         PressF1(about, GetDlgItem(about, IDOK));
-        SetTimer(about, 1, 1, CloseBox);  // timers come after keyboard input
+        PressOkSoon(about);  // timers come after keyboard input
     });
     HWND shown = nullptr;
     std::vector<DialogStep> steps = {[&shown](HWND dialog) {
@@ -192,8 +188,8 @@ TEST(DialogWithoutPreview, PanesShowDiagonalsAndTypedValuesCount) {
     for (const NoPreviewHost& host : kNoPreviewHosts) {
         SCOPED_TRACE(host.name);
         DialogRun run;
-        run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
-        run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
+        run.SizePane(IDC_DETAIL_PANE, SIZE{280, 200});
+        run.SizePane(IDC_NAVIGATOR_PANE, SIZE{280, 200});
         ShowPortrait(run);
         host.set(run.host.settings);
         const testhost::RunReport report = run.Run({

@@ -1,5 +1,6 @@
-// Many openings of the dialog leave nothing behind: no GDI object, no
-// window, no memory, and no handle of the host.
+// Many openings of the dialog, each setting the control toolkit up and
+// tearing it down, leave nothing behind: no GDI object, no window, no
+// memory, and no handle of the host.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -7,6 +8,7 @@
 #include "DialogRun.h"
 #include "Portrait.h"
 #include "ResourceCounts.h"
+#include "controls/SetValueDialogIds.h"
 
 namespace {
 
@@ -15,11 +17,17 @@ TEST(DialogLifecycle, FiftyOpeningsLeaveNothingBehind) {
     Portrait portrait = MakePortrait(320, 200);
     SelectEyes(portrait);
     run.host.image() = portrait.image;
-    // Every other opening zooms, drags and cancels; the others press OK.
+    run.host.OnDialog(IDC_NEW_VALUE_1, PressOkSoon);
+    // Every other opening zooms, drags and cancels, the others press OK;
+    // every fifth opens "Set value" with a right click on a field's slider.
     auto cycle = [&run](int i) {
         run.host.ClearLog();
         const bool cancel = i % 2 == 1;
-        const testhost::RunReport report = run.Run({[cancel](HWND dialog) {
+        const testhost::RunReport report = run.Run({[&run, i, cancel](HWND dialog) {
+            if (i % 5 == 0) {
+                SendMessageA(FieldOf(dialog, IDC_TOLERANCE)->slider, WM_RBUTTONDOWN, MK_RBUTTON, 0);
+                EXPECT_EQ(run.host.log().dialogs.back().caption, "Set value");
+            }
             if (cancel) {
                 SendCommand(dialog, IDC_ZOOM_IN);
                 DragPane(dialog, IDC_DETAIL_PANE, POINT{40, 40}, POINT{60, 50});

@@ -73,8 +73,8 @@ TEST(PreviewPictures, PanesShowTheImagesPixels) {
                 image.SetSample(x, y, 3, x < 40 ? 0 : x < 80 ? 128 : 255);
         }
         DialogRun run;
-        run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
-        run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
+        run.SizePane(IDC_DETAIL_PANE, SIZE{280, 200});
+        run.SizePane(IDC_NAVIGATOR_PANE, SIZE{280, 200});
         run.host.image() = image;
         run.host.image().SelectRect(0, 0, 0, 0);
         run.Record().viewScale = 1.0f;

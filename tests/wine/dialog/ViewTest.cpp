@@ -58,20 +58,12 @@ struct Opening {
 // The box's largest x and y are its exclusive edge: a selection 1001 wide
 // makes a box 1000 wide. The zoom out limit is the navigator's reduction
 // rounded up: 4 for 1400 pixels, 2 for 1000.
+constexpr float kFit = 150 / 350.0f;
 const Opening kOpenings[] = {
     // 1000 / 350 = 2.9 and 300 / 250 = 1.2: rounded up to 3.
     {"Wide", 1400, 800, {200, 300, 1201, 601}, 3, 176, 75, true, true, {344, 197}},
     // 150 x 100 fits: its own zoom of 150 / 350.
-    {"Fits",
-     1400,
-     800,
-     {500, 300, 651, 401},
-     150 / 350.0f,
-     500,
-     300 - 8 * 150 / 350.0f,
-     true,
-     true,
-     {344, 197}},
+    {"Fits", 1400, 800, {500, 300, 651, 401}, kFit, 500, 300 - 8 * kFit, true, true, {344, 197}},
     {"Tiny", 1400, 800, {500, 300, 521, 311}, 0.2f, 475, 280, false, true, {344, 197}},
     // 1380 / 350 = 3.9: 4.
     {"Huge", 1400, 800, {10, 10, 1391, 201}, 4, 2, 0, true, false, {344, 197}},
@@ -82,8 +74,8 @@ const Opening kOpenings[] = {
 };
 
 void SetUpImage(DialogRun& run, int width, int height, RECT selection) {
-    run.SizePane(IDC_DETAIL_PANE, ClientSize{350, 250});
-    run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{346, 260});
+    run.SizePane(IDC_DETAIL_PANE, SIZE{350, 250});
+    run.SizePane(IDC_NAVIGATOR_PANE, SIZE{346, 260});
     testhost::Image image(width, height, 3);
     image.Fill({128, 128, 128});
     image.SelectRect(selection.left, selection.top, selection.right - selection.left,
@@ -175,8 +167,8 @@ TEST(DialogView, ZoomStepsKeepTheViewCentredAndStopAtTheirLimits) {
 // of 280 x 200 on a portrait whose eyes are selected open at zoom 2.
 TEST(PreviewPanes, DraggingThePictureOrTheFrameMovesTheViewAndRightClickConfirms) {
     DialogRun run;
-    run.SizePane(IDC_DETAIL_PANE, ClientSize{280, 200});
-    run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{280, 200});
+    run.SizePane(IDC_DETAIL_PANE, SIZE{280, 200});
+    run.SizePane(IDC_NAVIGATOR_PANE, SIZE{280, 200});
     Portrait portrait = MakePortrait(1400, 800);
     SelectEyes(portrait);
     run.host.image() = portrait.image;
@@ -185,6 +177,7 @@ TEST(PreviewPanes, DraggingThePictureOrTheFrameMovesTheViewAndRightClickConfirms
             const PreviewPaneRecord* detail = PaneOf(dialog, IDC_DETAIL_PANE);
             const FilterParameters before = run.Record();
             ASSERT_EQ(before.viewScale, 2.0f);
+            SaveDialogPicture(dialog, "dialog-open");
             const Capture picture = CaptureClient(GetDlgItem(dialog, IDC_DETAIL_PANE));
             DragPane(dialog, IDC_DETAIL_PANE, POINT{100, 100}, POINT{130, 120});
             EXPECT_EQ(run.Record().viewX, before.viewX - 30 * 2);
@@ -198,6 +191,7 @@ TEST(PreviewPanes, DraggingThePictureOrTheFrameMovesTheViewAndRightClickConfirms
                 }
             }
             EXPECT_EQ(differences, 0);
+            SaveDialogPicture(dialog, "dialog-dragged");
         },
         [&run](HWND dialog) {
             const PreviewPaneRecord* navigator = PaneOf(dialog, IDC_NAVIGATOR_PANE);

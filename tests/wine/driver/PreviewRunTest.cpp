@@ -84,12 +84,12 @@ TEST(PreviewRun, CorrectsTheViewInTheOutputBufferAndOkCorrectsItsRegion) {
     for (const PreviewCase& preview : kCases) {
         SCOPED_TRACE(preview.name);
         DialogRun run;
-        run.SizePane(IDC_DETAIL_PANE, ClientSize{120, 80});
+        run.SizePane(IDC_DETAIL_PANE, SIZE{120, 80});
         run.host.image() = RedEyeImage(kWidth, kHeight, kPlanes);
         const PixelBox& s = preview.selection;
         const bool selected = s.Width() > 0;
         if (selected) {
-            run.SizePane(IDC_NAVIGATOR_PANE, ClientSize{346, 260});
+            run.SizePane(IDC_NAVIGATOR_PANE, SIZE{346, 260});
             run.host.image().SelectRect(s.left, s.top, s.Width(), s.Height());
         } else {
             run.Record().viewX = preview.viewX;

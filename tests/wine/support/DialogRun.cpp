@@ -11,6 +11,11 @@ namespace {
 constexpr UINT_PTR kStepTimer = 0x5157;
 DialogRun* t_currentRun = nullptr;
 
+void CALLBACK PressOk(HWND box, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(box, timer);
+    EndDialog(box, IDOK);
+}
+
 }  // namespace
 
 DialogRun::DialogRun(const char* modulePath) {
@@ -75,7 +80,7 @@ void DialogRun::OnCreate(HWND window) {
     }
     for (const auto& [paneId, size] : paneSizes_) {
         if (paneId != itemId) continue;
-        RECT frame{0, 0, size.width, size.height};
+        RECT frame{0, 0, size.cx, size.cy};
         AdjustWindowRectEx(&frame, GetWindowLongA(window, GWL_STYLE), FALSE,
                            GetWindowLongA(window, GWL_EXSTYLE));
         SetWindowPos(window, nullptr, 0, 0, frame.right - frame.left, frame.bottom - frame.top,
@@ -115,6 +120,8 @@ void SendCommand(HWND dialog, int itemId) {
     SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(itemId, 0),
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, itemId)));
 }
+
+void PressOkSoon(HWND box) { SetTimer(box, 1, 1, PressOk); }
 
 void DragPane(HWND dialog, int itemId, POINT from, POINT to) {
     HWND pane = GetDlgItem(dialog, itemId);

@@ -5,22 +5,15 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <optional>
 #include <vector>
 
+#include "GuiTestSupport.h"
 #include "controls/SpinEdit.h"
 #include "dialog/MainDialogIds.h"
 #include "dialog/PreviewPane.h"
 #include "plugin/FilterParameters.h"
 #include "testhost/TestHost.h"
-
-using DialogStep = std::function<void(HWND dialog)>;
-
-struct ClientSize {
-    int width;
-    int height;
-};
 
 class DialogRun {
   public:
@@ -33,7 +26,7 @@ class DialogRun {
 
     // Gives the pane made for `itemId` this client size instead of the
     // template's.
-    void SizePane(int itemId, ClientSize size) { paneSizes_.push_back({itemId, size}); }
+    void SizePane(int itemId, SIZE size) { paneSizes_.push_back({itemId, size}); }
 
     // Calls the parameters selector (once) and returns the record, for the
     // test to set before the dialog opens. Set the host's image before.
@@ -51,7 +44,7 @@ class DialogRun {
     static void CALLBACK Tick(HWND dialog, UINT message, UINT_PTR timer, DWORD time);
     void OnCreate(HWND window);
 
-    std::vector<std::pair<int, ClientSize>> paneSizes_;
+    std::vector<std::pair<int, SIZE>> paneSizes_;
     std::vector<DialogStep> steps_;
     size_t nextStep_ = 0;
     bool stepRunning_ = false;
@@ -66,5 +59,7 @@ SpinEditRecord* FieldOf(HWND dialog, int itemId);
 
 // A command as the dialog's controls send it (notification code 0).
 void SendCommand(HWND dialog, int itemId);
+// Ends a box opened over the dialog with OK from its own message loop.
+void PressOkSoon(HWND box);
 // A left drag on a pane from one client point to another, in one move.
 void DragPane(HWND dialog, int itemId, POINT from, POINT to);

@@ -1,5 +1,5 @@
-// A synthetic portrait with red eyes, drawn at any size: a face on a soft
-// background, two eyes whose pupils glow red as a flash leaves them.
+// A synthetic portrait with red eyes, drawn at any size: skin and two eyes
+// whose pupils glow red as a flash leaves them.
 #pragma once
 
 #include <windows.h>

@@ -6,6 +6,9 @@
 #include <gdiplus.h>
 // clang-format on
 
+#include <gtest/gtest.h>
+
+#include <set>
 #include <string>
 
 namespace {
@@ -77,4 +80,26 @@ bool SaveCapture(const Capture& capture, const char* name) {
     const std::string path = std::string(QUORVEX_ARTIFACT_DIR) + "\\" + name + ".png";
     return bitmap.Save(std::wstring(path.begin(), path.end()).c_str(), &png, nullptr) ==
            Gdiplus::Ok;
+}
+
+void SaveDialogPicture(HWND dialog, const char* name) {
+    // Wine's virtual desktop leaves the dialog drawn inactive.
+    SendMessageA(dialog, WM_NCACTIVATE, TRUE, 0);
+    const Capture picture = CaptureWindow(dialog);
+    RECT window;
+    GetWindowRect(dialog, &window);
+    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        RECT area;
+        GetWindowRect(child, &area);
+        std::set<uint32_t> colours;
+        for (int y = area.top; y < area.bottom && IsWindowVisible(child); ++y) {
+            for (int x = area.left; x < area.right; ++x) {
+                colours.insert(picture.At(x - window.left, y - window.top));
+            }
+        }
+        EXPECT_NE(colours.size(), 1u)
+            << name << ": control " << GetDlgCtrlID(child) << " is not drawn";
+    }
+    EXPECT_TRUE(SaveCapture(picture, name));
 }

@@ -18,3 +18,7 @@ Capture CaptureWindow(HWND window);  // the whole window with frame and controls
 Capture BitmapPixels(HBITMAP bitmap);
 // Saves the capture as QUORVEX_ARTIFACT_DIR\<name>.png.
 bool SaveCapture(const Capture& capture, const char* name);
+// Saves a picture of the dialog, drawn as the active window, after checking
+// that each visible control in it shows more than the dialog's plain face:
+// every control of the module's dialogs draws a frame, a text or a picture.
+void SaveDialogPicture(HWND dialog, const char* name);
