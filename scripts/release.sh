@@ -11,7 +11,7 @@ root="$(cd "$(dirname "$0")/.." && pwd)"
 [ $# -gt 0 ] || set -- "$root/build/win32" "$root/build/win64"
 
 # The tests whose screenshots the manual shows.
-shots='^(PreviewPanes\.|DialogCommands\.ValuesReachTheRecord|SetValueDialogTest\.DescribesTheFieldItEdits$|SmallDialogTest\.Notice)'
+shots='^(PreviewPanes\.|SetValueDialogTest\.DescribesTheFieldItEdits$|SmallDialogTest\.Notice)'
 
 shooter=
 for build in "$@"; do

@@ -164,7 +164,8 @@ TEST(DialogView, ZoomStepsKeepTheViewCentredAndStopAtTheirLimits) {
 // Dragging the picture moves the view the other way and the picture with
 // the mouse; dragging the frame moves the view with it, the frame kept
 // inside the navigator's picture. A right click on the picture is OK. Panes
-// of 280 x 200 on a portrait whose eyes are selected open at zoom 2.
+// of 280 x 200 on a portrait whose eyes are selected open at zoom 2 (its
+// pictures, and one a step in, are the manual's).
 TEST(PreviewPanes, DraggingThePictureOrTheFrameMovesTheViewAndRightClickConfirms) {
     DialogRun run;
     run.SizePane(IDC_DETAIL_PANE, SIZE{280, 200});
@@ -175,9 +176,13 @@ TEST(PreviewPanes, DraggingThePictureOrTheFrameMovesTheViewAndRightClickConfirms
     run.Run({
         [&run](HWND dialog) {
             const PreviewPaneRecord* detail = PaneOf(dialog, IDC_DETAIL_PANE);
+            ASSERT_EQ(run.Record().viewScale, 2.0f);
+            SaveDialogPicture(dialog, "dialog-open");
+            SendCommand(dialog, IDC_ZOOM_IN);
+            SaveDialogPicture(dialog, "dialog-zoomed-in");
+            SendCommand(dialog, IDC_ZOOM_OUT);
             const FilterParameters before = run.Record();
             ASSERT_EQ(before.viewScale, 2.0f);
-            SaveDialogPicture(dialog, "dialog-open");
             const Capture picture = CaptureClient(GetDlgItem(dialog, IDC_DETAIL_PANE));
             DragPane(dialog, IDC_DETAIL_PANE, POINT{100, 100}, POINT{130, 120});
             EXPECT_EQ(run.Record().viewX, before.viewX - 30 * 2);
