@@ -45,6 +45,7 @@ BOOL CALLBACK DeleteStaticPicture(HWND child, LPARAM) {
 
 void OnDestroy(HWND dialog) {
     dialogOpen = false;
+    ReleasePreviewBuffers();
     activeDetailPane = nullptr;
     gMainDialog.lifeState = 2;
     ReleasePages(gMainDialog.savedParameters);

@@ -30,6 +30,9 @@ namespace {
 
 constexpr UINT kProgressSetPosition = WM_USER + 2;
 
+// Kept from one preview run to the next while the dialog is open.
+WorkingBuffers previewBuffers;
+
 // The mask covers the area unless the host handed a smaller one.
 SelectionBounds ScanSelection(const FilterRecord& filterRecord) {
     const Rect16& maskRect = filterRecord.maskRect;
@@ -82,15 +85,15 @@ void FindRegion(const FilterRecord& filterRecord, FilterParameters& parameters, 
 
 // The region's right column and bottom row (the selection's largest x and y)
 // are outside it: the box's last column and row keep their input pixels.
-void CorrectRegion(const HostArea& area, const FilterParameters& parameters, const RunView& view) {
+void CorrectRegion(const HostArea& area, const FilterParameters& parameters, const RunView& view,
+                   WorkingBuffers& buffers) {
     RegionPlacement region{};
     if (!PlaceRegion(RegionEdges{parameters.viewLeft, parameters.viewTop, parameters.viewRight,
                                  parameters.viewBottom},
                      region)) {
         return;
     }
-    WorkingBuffers buffers(region.width, region.height);
-    if (!buffers.Allocated()) return;
+    if (!buffers.Prepare(region.width, region.height)) return;
     FillWorkImage(area, region, buffers.Get().work);
     RunRedEyePipeline(buffers.Get(), region.width, region.height, parameters.tolerance,
                       parameters.darkening);
@@ -158,7 +161,12 @@ void RunFilter(FilterGlobals* globals, int flag) {
     }
     FindRegion(filterRecord, *parameters, preview, copyWidth, copyHeight);
     if (parameters->viewState >= 1 || parameters->viewState == kViewStoredRect) {
-        CorrectRegion(area, *parameters, view);
+        if (preview) {
+            CorrectRegion(area, *parameters, view, previewBuffers);
+        } else {
+            WorkingBuffers buffers;
+            CorrectRegion(area, *parameters, view, buffers);
+        }
     }
     SignalCompletion(filterRecord, preview);
 }
@@ -167,3 +175,5 @@ void RunPreviewFilter(FilterGlobals* globals, int flag) {
     FilterParameters* parameters = Parameters(globals);
     if (parameters != nullptr && parameters->useAdvanceState) RunFilter(globals, flag);
 }
+
+void ReleasePreviewBuffers() { previewBuffers.Release(); }

@@ -8,3 +8,5 @@
 void RunFilter(FilterGlobals* globals, int flag);
 // Runs RunFilter for the dialog's preview when whole-image mode is on.
 void RunPreviewFilter(FilterGlobals* globals, int flag);
+// Gives back the buffers the preview runs keep while the dialog is open.
+void ReleasePreviewBuffers();

@@ -23,14 +23,6 @@ void ShowPortrait(DialogRun& run) {
     run.host.image() = portrait.image;
 }
 
-// Types a value into a field's edit box and leaves it, as a user does.
-void TypeValue(HWND dialog, int itemId, const char* text) {
-    const SpinEditRecord* field = FieldOf(dialog, itemId);
-    SetWindowTextA(field->editBox, text);
-    SendMessageA(GetDlgItem(dialog, itemId), WM_COMMAND, MAKEWPARAM(kSpinEditBoxId, EN_KILLFOCUS),
-                 reinterpret_cast<LPARAM>(field->editBox));
-}
-
 void CALLBACK SetValueTo35(HWND box, UINT, UINT_PTR timer, DWORD) {
     KillTimer(box, timer);
     SetDlgItemTextA(box, IDC_NEW_VALUE_1, "35");

@@ -111,6 +111,12 @@ TEST(PreviewRun, CorrectsTheViewInTheOutputBufferAndOkCorrectsItsRegion) {
                 EXPECT_EQ(std::vector<int>({record.viewLeft, record.viewTop, record.viewRight,
                                             record.viewBottom}),
                           std::vector<int>({r.left, r.top, r.right, r.bottom}));
+                // Later runs reuse the preview's buffers: the same values, the same bytes.
+                for (const char* tolerance : {"90", "50"})
+                    TypeValue(dialog, IDC_TOLERANCE, tolerance);
+                EXPECT_EQ(testhost::DescribeDifference(OutputBuffer(run.host),
+                                                       AfterPreview(run.host.image(), preview)),
+                          "");
                 EXPECT_TRUE(run.host.log().progress.empty());
                 SendCommand(dialog, IDOK);
             },

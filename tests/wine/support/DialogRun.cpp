@@ -121,6 +121,13 @@ void SendCommand(HWND dialog, int itemId) {
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, itemId)));
 }
 
+void TypeValue(HWND dialog, int itemId, const char* text) {
+    const SpinEditRecord* field = FieldOf(dialog, itemId);
+    SetWindowTextA(field->editBox, text);
+    SendMessageA(GetDlgItem(dialog, itemId), WM_COMMAND, MAKEWPARAM(kSpinEditBoxId, EN_KILLFOCUS),
+                 reinterpret_cast<LPARAM>(field->editBox));
+}
+
 void PressOkSoon(HWND box) { SetTimer(box, 1, 1, PressOk); }
 
 void DragPane(HWND dialog, int itemId, POINT from, POINT to) {

@@ -59,6 +59,8 @@ SpinEditRecord* FieldOf(HWND dialog, int itemId);
 
 // A command as the dialog's controls send it (notification code 0).
 void SendCommand(HWND dialog, int itemId);
+// Types a value into a field's edit box and leaves it, as a user does.
+void TypeValue(HWND dialog, int itemId, const char* text);
 // Ends a box opened over the dialog with OK from its own message loop.
 void PressOkSoon(HWND box);
 // A left drag on a pane from one client point to another, in one move.
