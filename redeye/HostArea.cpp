@@ -9,8 +9,34 @@ namespace {
 // has fewer, and nothing past its own pixel is ever touched.
 int32_t ColourBytes(int32_t planes) { return std::min<int32_t>(3, planes); }
 
-bool Inside(const HostArea& area, int32_t x, int32_t y) {
-    return x >= 0 && x < area.width && y >= 0 && y < area.height;
+// The pixels of one region row that lie inside the area once the row's
+// first pixel is placed at area column `left`, row `areaY`: from the
+// region column `first`, `count` of them (none when the row is outside).
+struct InsidePart {
+    int32_t first;
+    int32_t count;
+};
+
+InsidePart PartInside(const HostArea& area, int64_t left, int64_t areaY, int32_t regionWidth) {
+    if (areaY < 0 || areaY >= area.height) return {0, 0};
+    const int64_t first = std::max<int64_t>(0, -left);
+    const int64_t end = std::min<int64_t>(regionWidth, area.width - left);
+    return {static_cast<int32_t>(std::min<int64_t>(first, regionWidth)),
+            static_cast<int32_t>(std::max<int64_t>(0, end - first))};
+}
+
+// Copies the first `bytes` bytes of `count` pixels that lie `srcStep` bytes
+// apart into pixels `dstStep` bytes apart; rows of three-byte pixels on both
+// sides are one copy.
+void CopyPixels(uint8_t* dst, int32_t dstStep, const uint8_t* src, int32_t srcStep, int32_t count,
+                int32_t bytes) {
+    if (dstStep == 3 && srcStep == 3) {
+        std::memcpy(dst, src, static_cast<size_t>(count) * 3);
+        return;
+    }
+    for (int32_t i = 0; i < count; ++i) {
+        for (int32_t b = 0; b < bytes; ++b) dst[i * dstStep + b] = src[i * srcStep + b];
+    }
 }
 
 template <typename Sample>
@@ -85,32 +111,28 @@ void CopyView(const HostArea& area, int32_t originX, int32_t originY, int32_t co
 
 void FillWorkImage(const HostArea& area, const RegionPlacement& region, uint8_t* work) {
     if (area.in == nullptr) return;
-    const int32_t bytes = ColourBytes(area.planes);
     for (int32_t y = 0; y < region.height; ++y) {
-        const int32_t areaY = region.top + y;
-        for (int32_t x = 0; x < region.width; ++x) {
-            const int32_t areaX = region.left + x;
-            if (!Inside(area, areaX, areaY)) continue;
-            const uint8_t* src = area.in + static_cast<intptr_t>(areaY) * area.inRowBytes +
-                                 static_cast<intptr_t>(areaX) * area.planes;
-            std::memcpy(work + (static_cast<intptr_t>(y) * region.width + x) * 3, src, bytes);
-        }
+        const int64_t areaY = static_cast<int64_t>(region.top) + y;
+        const InsidePart part = PartInside(area, region.left, areaY, region.width);
+        if (part.count == 0) continue;
+        const int64_t areaX = static_cast<int64_t>(region.left) + part.first;
+        CopyPixels(work + (static_cast<intptr_t>(y) * region.width + part.first) * 3, 3,
+                   area.in + areaY * area.inRowBytes + areaX * area.planes, area.planes, part.count,
+                   ColourBytes(area.planes));
     }
 }
 
 void WriteBackWorkImage(const HostArea& area, const RegionPlacement& region, int32_t originX,
                         int32_t originY, const uint8_t* work) {
     if (area.out == nullptr) return;
-    const int32_t bytes = ColourBytes(area.planes);
+    const int64_t left = static_cast<int64_t>(region.left) - originX;
     for (int32_t y = 0; y < region.height; ++y) {
-        const int32_t areaY = region.top + y - originY;
-        for (int32_t x = 0; x < region.width; ++x) {
-            const int32_t areaX = region.left + x - originX;
-            if (!Inside(area, areaX, areaY)) continue;
-            uint8_t* dst = area.out + static_cast<intptr_t>(areaY) * area.outRowBytes +
-                           static_cast<intptr_t>(areaX) * area.planes;
-            std::memcpy(dst, work + (static_cast<intptr_t>(y) * region.width + x) * 3, bytes);
-        }
+        const int64_t areaY = static_cast<int64_t>(region.top) + y - originY;
+        const InsidePart part = PartInside(area, left, areaY, region.width);
+        if (part.count == 0) continue;
+        CopyPixels(area.out + areaY * area.outRowBytes + (left + part.first) * area.planes,
+                   area.planes, work + (static_cast<intptr_t>(y) * region.width + part.first) * 3,
+                   3, part.count, ColourBytes(area.planes));
     }
 }
 
