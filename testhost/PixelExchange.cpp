@@ -59,7 +59,7 @@ DataRequest ReadRequest(const FilterRecord& record) {
     return request;
 }
 
-OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Image& destination,
+OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, DestinationImage& destination,
                            const HostSettings& settings, ServeRecord* served) {
     Commit(destination, source, settings.blendThroughMask);
     const DataRequest request = ReadRequest(record);
@@ -72,22 +72,28 @@ OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Image& des
     keep(Prepare(in_, "inData", request.inRect, request.inLoPlane, request.inHiPlane,
                  source.Planes(), sampleBytes, settings.extraRowBytes));
     const size_t pixelBytes = size_t(source.Planes()) * sampleBytes;
-    keep(Fill(in_, source, source.Data(), pixelBytes, request.inputRate, request.inputPadding,
-              [&source](int x, int y, int plane) { return source.Sample(x, y, plane); }));
+    keep(Fill(
+        in_, source, pixelBytes, request.inputRate, request.inputPadding,
+        [&source](int y) { return source.Data() + static_cast<size_t>(y) * source.RowBytes(); },
+        [&source](int x, int y, int plane) { return source.Sample(x, y, plane); }));
     keep(Prepare(out_, "outData", request.outRect, request.outLoPlane, request.outHiPlane,
                  source.Planes(), sampleBytes, settings.extraRowBytes));
-    keep(Fill(out_, destination, destination.Data(), pixelBytes, kFixedOne, request.outputPadding,
-              [&destination](int x, int y, int plane) { return destination.Sample(x, y, plane); }));
-    out_.pendingCommit = !out_.bytes.empty();
+    keep(Fill(
+        out_, source, pixelBytes, kFixedOne, request.outputPadding,
+        [&destination](int y) { return destination.Row(y); },
+        [&destination](int x, int y, int plane) { return destination.Sample(x, y, plane); }));
+    out_.pendingCommit = !out_.empty();
     const bool maskWanted = record.haveMask != 0 && source.HasMask();
     keep(Prepare(mask_, "maskData", maskWanted ? request.maskRect : VRect{}, 0, 0, 1, 1,
                  settings.extraRowBytes));
-    keep(Fill(mask_, source, source.Mask().data(), 1, request.maskRate, request.maskPadding,
-              [&source](int x, int y, int) { return source.MaskAt(x, y); }));
+    keep(Fill(
+        mask_, source, 1, request.maskRate, request.maskPadding,
+        [&source](int y) { return source.Mask().data() + static_cast<size_t>(y) * source.Width(); },
+        [&source](int x, int y, int) { return source.MaskAt(x, y); }));
 
     auto hand = [](Buffer& buffer, bool withhold, void** data, int32_t* rowBytes) {
-        const bool give = !withhold && !buffer.bytes.empty();
-        *data = give ? buffer.bytes.data() : nullptr;
+        const bool give = !withhold && !buffer.empty();
+        *data = give ? buffer.bytes() : nullptr;
         *rowBytes = give ? buffer.rowBytes : 0;
         return give;
     };
@@ -140,7 +146,20 @@ OSErr PixelExchange::Prepare(Buffer& buffer, const char* name, const VRect& rect
     buffer.sampleBytes = sampleBytes;
     buffer.rowBytes = static_cast<int32_t>(rowBytes);
     buffer.usedRowBytes = static_cast<size_t>(usedRowBytes);
-    buffer.bytes.assign(static_cast<size_t>(rowBytes * height) + kGuardBytes, kPadByte);
+    buffer.size = static_cast<size_t>(rowBytes * height) + kGuardBytes;
+    if (buffer.storage.size() < buffer.size) {
+        buffer.storage.reserve(buffer.size);
+        buffer.storage.resize(buffer.size);
+    }
+    // Fill writes every pixel byte; only the row padding and the guard get
+    // the pad byte here.
+    uint8_t* bytes = buffer.bytes();
+    if (rowBytes > usedRowBytes) {
+        for (int64_t y = 0; y < height; ++y) {
+            std::fill_n(bytes + y * rowBytes + usedRowBytes, rowBytes - usedRowBytes, kPadByte);
+        }
+    }
+    std::fill_n(bytes + buffer.size - kGuardBytes, kGuardBytes, kPadByte);
     return noErr;
 }
 
@@ -150,30 +169,33 @@ bool PixelExchange::ForEachRun(const Buffer& buffer, int width, int height, size
     const VRect& r = buffer.rect;
     if (r.left < 0 || r.top < 0 || r.right > width || r.bottom > height) return false;
     const size_t taken = static_cast<size_t>(buffer.planes) * buffer.sampleBytes;
-    const size_t skipped = static_cast<size_t>(buffer.loPlane) * buffer.sampleBytes;
+    const size_t first = static_cast<size_t>(r.left) * pixelBytes +
+                         static_cast<size_t>(buffer.loPlane) * buffer.sampleBytes;
     const size_t pixels = static_cast<size_t>(r.right - r.left);
     for (int32_t y = r.top; y < r.bottom; ++y) {
         const size_t row = static_cast<size_t>(y - r.top) * static_cast<size_t>(buffer.rowBytes);
-        const size_t first = (static_cast<size_t>(y) * width + r.left) * pixelBytes + skipped;
         if (taken == pixelBytes) {
-            copy(row, first, pixels * taken);
+            copy(row, y, first, pixels * taken);
             continue;
         }
-        for (size_t x = 0; x < pixels; ++x) copy(row + x * taken, first + x * pixelBytes, taken);
+        for (size_t x = 0; x < pixels; ++x) {
+            copy(row + x * taken, y, first + x * pixelBytes, taken);
+        }
     }
     return true;
 }
 
-template <typename SampleAt>
-OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, const uint8_t* document,
-                          size_t pixelBytes, Fixed rate, int16_t padding, SampleAt sampleAt) {
-    if (buffer.bytes.empty()) return noErr;
+template <typename RowAt, typename SampleAt>
+OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, size_t pixelBytes, Fixed rate,
+                          int16_t padding, RowAt rowAt, SampleAt sampleAt) {
+    if (buffer.empty()) return noErr;
     if (rate <= 0) rate = kFixedOne;
-    uint8_t* bytes = buffer.bytes.data();
-    if (rate == kFixedOne && ForEachRun(buffer, image.Width(), image.Height(), pixelBytes,
-                                        [bytes, document](size_t at, size_t from, size_t count) {
-                                            std::memcpy(bytes + at, document + from, count);
-                                        })) {
+    uint8_t* bytes = buffer.bytes();
+    if (rate == kFixedOne &&
+        ForEachRun(buffer, image.Width(), image.Height(), pixelBytes,
+                   [bytes, &rowAt](size_t at, int32_t y, size_t from, size_t count) {
+                       std::memcpy(bytes + at, rowAt(y) + from, count);
+                   })) {
         return noErr;
     }
     const bool replicate = padding == -1 && image.Width() > 0 && image.Height() > 0;
@@ -181,7 +203,7 @@ OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, const uint8_t* doc
     bool reachedOutside = false;
     const VRect& r = buffer.rect;
     for (int32_t y = r.top; y < r.bottom; ++y) {
-        uint8_t* row = buffer.bytes.data() + static_cast<size_t>(y - r.top) * buffer.rowBytes;
+        uint8_t* row = bytes + static_cast<size_t>(y - r.top) * buffer.rowBytes;
         for (int32_t x = r.left; x < r.right; ++x) {
             int sx = Sampled(x, rate);
             int sy = Sampled(y, rate);
@@ -208,26 +230,27 @@ OSErr PixelExchange::Fill(Buffer& buffer, const Image& image, const uint8_t* doc
     return noErr;
 }
 
-void PixelExchange::Commit(Image& destination, const Image& source, bool blend) {
+void PixelExchange::Commit(DestinationImage& destination, const Image& source, bool blend) {
     CheckPadding(in_);
     CheckPadding(mask_);
     CheckPadding(out_);
     if (!out_.pendingCommit) return;
     out_.pendingCommit = false;
-    const uint8_t* bytes = out_.bytes.data();
-    uint8_t* document = destination.Data();
-    const size_t pixelBytes = size_t(destination.Planes()) * destination.BytesPerSample();
+    const uint8_t* bytes = out_.bytes();
+    const VRect& r = out_.rect;
+    const size_t pixelBytes = size_t(source.Planes()) * source.BytesPerSample();
+    const bool wholeRows = r.left == 0 && r.right == source.Width() &&
+                           size_t(out_.planes) * out_.sampleBytes == pixelBytes;
     if ((!blend || !source.HasMask()) &&
-        ForEachRun(out_, destination.Width(), destination.Height(), pixelBytes,
-                   [bytes, document](size_t at, size_t to, size_t count) {
-                       std::memcpy(document + to, bytes + at, count);
+        ForEachRun(out_, source.Width(), source.Height(), pixelBytes,
+                   [bytes, &destination, wholeRows](size_t at, int32_t y, size_t to, size_t count) {
+                       std::memcpy(destination.WritableRow(y, wholeRows) + to, bytes + at, count);
                    })) {
         return;
     }
-    const VRect& r = out_.rect;
-    for (int32_t y = std::max(r.top, 0); y < std::min(r.bottom, destination.Height()); ++y) {
-        const uint8_t* row = out_.bytes.data() + static_cast<size_t>(y - r.top) * out_.rowBytes;
-        for (int32_t x = std::max(r.left, 0); x < std::min(r.right, destination.Width()); ++x) {
+    for (int32_t y = std::max(r.top, 0); y < std::min(r.bottom, source.Height()); ++y) {
+        const uint8_t* row = bytes + static_cast<size_t>(y - r.top) * out_.rowBytes;
+        for (int32_t x = std::max(r.left, 0); x < std::min(r.right, source.Width()); ++x) {
             const uint8_t* pixel = row + static_cast<size_t>(x - r.left) * out_.planes *
                                              static_cast<size_t>(out_.sampleBytes);
             const uint32_t weight = blend && source.HasMask() ? source.MaskAt(x, y) : 255;
@@ -245,12 +268,12 @@ void PixelExchange::Commit(Image& destination, const Image& source, bool blend) 
 }
 
 void PixelExchange::CheckPadding(const Buffer& buffer) {
-    if (buffer.bytes.empty()) return;
-    const size_t rows = (buffer.bytes.size() - kGuardBytes) / static_cast<size_t>(buffer.rowBytes);
-    bool intact = std::all_of(buffer.bytes.end() - kGuardBytes, buffer.bytes.end(),
-                              [](uint8_t b) { return b == kPadByte; });
+    if (buffer.empty()) return;
+    const uint8_t* guard = buffer.bytes() + buffer.size - kGuardBytes;
+    const size_t rows = (buffer.size - kGuardBytes) / static_cast<size_t>(buffer.rowBytes);
+    bool intact = std::all_of(guard, guard + kGuardBytes, [](uint8_t b) { return b == kPadByte; });
     for (size_t y = 0; y < rows && intact; ++y) {
-        const uint8_t* row = buffer.bytes.data() + y * static_cast<size_t>(buffer.rowBytes);
+        const uint8_t* row = buffer.bytes() + y * static_cast<size_t>(buffer.rowBytes);
         intact = std::all_of(row + buffer.usedRowBytes, row + buffer.rowBytes,
                              [](uint8_t b) { return b == kPadByte; });
     }
@@ -289,12 +312,9 @@ void PixelExchange::Reset() {
 }
 
 void PixelExchange::Clear(Buffer& buffer) {
-    // The memory stays with the buffer for the next request, as an editor
-    // keeps its tiles: no fresh pages to fault in on every delivery.
-    std::vector<uint8_t> storage = std::move(buffer.bytes);
-    storage.clear();
+    std::vector<uint8_t> storage = std::move(buffer.storage);
     buffer = Buffer{};
-    buffer.bytes = std::move(storage);
+    buffer.storage = std::move(storage);
 }
 
 void PixelExchange::Fault(const std::string& text) {

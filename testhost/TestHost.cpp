@@ -86,7 +86,7 @@ void TestHost::BeginRun() {
         handles_.Dispose(parameters);
         parameters = nullptr;
     }
-    output_ = image_;
+    output_.Begin(image_);
     pixels_.Reset();
     handles_.Configure(settings);
     descriptors_.BeginRun(settings);
@@ -291,7 +291,7 @@ bool TestHost::DataWanted() {
 
 void TestHost::AbandonRun() {
     pixels_.Reset();
-    output_ = image_;
+    output_.Begin(image_);
     runInProgress_ = false;
 }
 

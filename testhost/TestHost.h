@@ -14,9 +14,10 @@
 //
 // The document has a source (image(), what inData and maskData come from;
 // never changed by a run) and a destination (output(), what outData starts
-// from and where it is committed). Every run begins with output() = image().
-// A run that fails or is cancelled leaves output() equal to image(), as a
-// host restores the document.
+// from and where it is committed). Every run begins with output() holding
+// image()'s samples (the selection stays with image()). A run that fails or
+// is cancelled leaves output()'s samples equal to image()'s, as a host
+// restores the document.
 //
 // Callbacks reach the host through process-wide pointers set by every
 // Call(): several hosts may exist, but only one can be inside a call at a
@@ -31,6 +32,7 @@
 
 #include "hostapi/HostApi.h"
 #include "testhost/DescriptorSuite.h"
+#include "testhost/DestinationImage.h"
 #include "testhost/DialogWatcher.h"
 #include "testhost/HandleSuite.h"
 #include "testhost/HostLog.h"
@@ -71,8 +73,13 @@ class TestHost {
     void UseEntryPoint(EntryPoint entry) { entry_ = entry; }
 
     // ---- The document ----
-    Image& image() { return image_; }
-    const Image& output() const { return output_; }
+    // (Any change to the document goes through here, so the output first
+    // takes its own copy of the rows it still shares with it.)
+    Image& image() {
+        output_.Detach();
+        return image_;
+    }
+    const Image& output() const { return output_.Whole(); }
 
     // ---- Calling the module ----
     // Fills a fresh filter record from the settings and the image, keeping
@@ -171,7 +178,7 @@ class TestHost {
     std::string loadError_;
 
     Image image_;
-    Image output_;
+    mutable DestinationImage output_;
     std::vector<uint8_t> recordBytes_;
     size_t recordSize_ = 0;
     BigDocumentStruct bigDocument_{};
