@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# The real-run benchmark through the test host, for every given Windows build
-# this machine can execute.
+# The benchmarks through the test host (a whole real run, then the dialog's
+# opening and a preview re-run under a virtual display), for every given
+# Windows build this machine can execute.
 #   scripts/bench-host.sh <win-build-dir>...
 set -eu
 root="$(cd "$(dirname "$0")/.." && pwd)"
@@ -11,9 +12,7 @@ for build in "$@"; do
         continue
     fi
     echo "bench-host: $arch"
-    (
-        . "$root/scripts/wine-env.sh" "$build"
-        "$root/scripts/wine-prefix.sh" "$build"
-        cd "$build" && wine bench/host/host_run_bench.exe
-    )
+    "$root/scripts/with-display.sh" "$build" bash -c \
+        'cd "$1" && wine bench/host/host_run_bench.exe &&
+         wine bench/host/dialog_benchmark.exe --gtest_brief=1' bench "$build"
 done

@@ -7,21 +7,20 @@
 // `make bench-host`.
 //
 //   host_run_bench [width height selectionWidth selectionHeight [runs]]
-#include <windows.h>
-
-#include <psapi.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <map>
 #include <vector>
 
+#include "BenchFigures.h"
 #include "testhost/HostClock.h"
 #include "testhost/TestHost.h"
 
 namespace {
+
+using bench::CopySeconds;
+using bench::Median;
 
 // A skin-toned picture with one red pupil in every 200 x 200 cell.
 void PaintEyes(testhost::Image& image) {
@@ -32,20 +31,6 @@ void PaintEyes(testhost::Image& image) {
             image.FillRect(cx - 3, cy - 9, 4, 4, {250, 250, 250});
         }
     }
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// One plain copy of a buffer: the floor adds one for the image in, one for
-// the image out and one for the mask.
-double CopySeconds(std::vector<char>& from, std::vector<char>& to) {
-    const int64_t start = testhost::Ticks();
-    std::memcpy(to.data(), from.data(), from.size());
-    const int64_t end = testhost::Ticks();
-    return testhost::TicksToSeconds(end - start);
 }
 
 const char* SelectorName(int16_t selector) {
@@ -100,9 +85,7 @@ int main(int argc, char** argv) {
         for (const auto& entry : bySelector) moduleBySelector[entry.first].push_back(entry.second);
     }
 
-    PROCESS_MEMORY_COUNTERS memory{};
-    memory.cb = sizeof(memory);
-    GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof(memory));
+    const bench::PeakMemory peak = bench::ProcessPeakMemory();
     std::printf("%d-bit module, image %dx%d, selection %dx%d, result %d, medians of %d runs:\n",
                 int(sizeof(void*) * 8), width, height, selectionWidth, selectionHeight, result,
                 runs);
@@ -120,6 +103,6 @@ int main(int argc, char** argv) {
         "%.1fx the floor\n",
         (2 * imageBytes + maskBytes) / 1e6, Median(floor), Median(module) / Median(floor));
     std::printf("  process peak: working set %.1f MB, committed %.1f MB (host copies included)\n",
-                memory.PeakWorkingSetSize / 1e6, memory.PeakPagefileUsage / 1e6);
+                peak.workingSetMB, peak.committedMB);
     return result == noErr ? 0 : 1;
 }
