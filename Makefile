@@ -2,7 +2,8 @@
 # make test   - build everything and run every test (native, and under Wine every Windows
 #               build this machine can execute: 64-bit always, 32-bit where it can)
 # make bench  - native release benchmark of the red-eye pipeline
-# make bench-host - one real run on a 24-megapixel photo through the test host under Wine
+# make bench-host - a real run, the dialog's opening and preview re-runs on a 24-megapixel photo
+#               through the test host under Wine
 # make release - the downloads out/quorvex-<version>-win32.zip and -win64.zip (module, manual,
 #               INSTALL.txt)
 # make soak   - the long randomized host campaign under Wine: SOAK_COUNT configurations,
