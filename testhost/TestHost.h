@@ -79,6 +79,7 @@ class TestHost {
         output_.Detach();
         return image_;
     }
+    // Holds for the run that is over; ask again after the next one.
     const Image& output() const { return output_.Whole(); }
 
     // ---- Calling the module ----
