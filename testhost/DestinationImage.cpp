@@ -19,17 +19,18 @@ void DestinationImage::Detach() {
     source_ = nullptr;
 }
 
-const uint8_t* DestinationImage::Row(int y) const {
-    const Image& holder = written_[static_cast<size_t>(y)] ? image_ : *source_;
-    return holder.Data() + static_cast<size_t>(y) * holder.RowBytes();
+const Image& DestinationImage::Holder(int y) const {
+    return written_[static_cast<size_t>(y)] ? image_ : *source_;
 }
 
+const uint8_t* DestinationImage::Row(int y) const { return Holder(y).Row(y); }
+
 uint16_t DestinationImage::Sample(int x, int y, int plane) const {
-    return (written_[static_cast<size_t>(y)] ? image_ : *source_).Sample(x, y, plane);
+    return Holder(y).Sample(x, y, plane);
 }
 
 uint8_t* DestinationImage::WritableRow(int y, bool overwritingAll) {
-    uint8_t* row = image_.Data() + static_cast<size_t>(y) * image_.RowBytes();
+    uint8_t* row = image_.Row(y);
     if (!written_[static_cast<size_t>(y)]) {
         if (!overwritingAll) std::memcpy(row, Row(y), image_.RowBytes());
         written_[static_cast<size_t>(y)] = true;

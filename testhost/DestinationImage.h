@@ -32,6 +32,9 @@ class DestinationImage {
     void SetSample(int x, int y, int plane, uint16_t value);
 
   private:
+    // The image whose row y is the current one.
+    const Image& Holder(int y) const;
+
     Image image_;
     const Image* source_ = nullptr;
     std::vector<bool> written_;  // per row: the row is image_'s own

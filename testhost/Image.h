@@ -40,6 +40,8 @@ class Image {
     // Raw interleaved samples, row after row (RowBytes() each).
     uint8_t* Data() { return samples_.data(); }
     const uint8_t* Data() const { return samples_.data(); }
+    uint8_t* Row(int y) { return Data() + static_cast<size_t>(y) * RowBytes(); }
+    const uint8_t* Row(int y) const { return Data() + static_cast<size_t>(y) * RowBytes(); }
 
     // Selection mask: one byte per pixel, 255 = selected, 0 = not selected.
     bool HasMask() const { return !mask_.empty(); }

@@ -74,7 +74,7 @@ OSErr PixelExchange::Serve(FilterRecord& record, const Image& source, Destinatio
     const size_t pixelBytes = size_t(source.Planes()) * sampleBytes;
     keep(Fill(
         in_, source, pixelBytes, request.inputRate, request.inputPadding,
-        [&source](int y) { return source.Data() + static_cast<size_t>(y) * source.RowBytes(); },
+        [&source](int y) { return source.Row(y); },
         [&source](int x, int y, int plane) { return source.Sample(x, y, plane); }));
     keep(Prepare(out_, "outData", request.outRect, request.outLoPlane, request.outHiPlane,
                  source.Planes(), sampleBytes, settings.extraRowBytes));

@@ -59,8 +59,7 @@ Image OutputBuffer(testhost::TestHost& host) {
     Image buffer(kWidth, kHeight, kPlanes);
     const auto* rows = static_cast<const uint8_t*>(record.outData);
     for (int y = 0; y < kHeight; ++y) {
-        std::copy_n(rows + y * record.outRowBytes, buffer.RowBytes(),
-                    buffer.Data() + y * buffer.RowBytes());
+        std::copy_n(rows + y * record.outRowBytes, buffer.RowBytes(), buffer.Row(y));
     }
     return buffer;
 }

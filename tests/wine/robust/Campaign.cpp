@@ -211,8 +211,8 @@ size_t ForbiddenChanges(TestHost& host, size_t firstServe) {
     const size_t pixelBytes = before.RowBytes() / static_cast<size_t>(before.Width());
     size_t forbidden = 0;
     for (int y = 0; y < before.Height(); ++y) {
-        const uint8_t* a = before.Data() + y * before.RowBytes();
-        const uint8_t* b = host.output().Data() + y * before.RowBytes();
+        const uint8_t* a = before.Row(y);
+        const uint8_t* b = host.output().Row(y);
         for (size_t i = 0; i < before.RowBytes(); ++i) {
             if (a[i] == b[i]) continue;
             const int x = static_cast<int>(i / pixelBytes);
